@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace tarmel {
+
+/// Messages about errors and deletions. No statement of the program makes an object of it.
+class clsclassTratamientoErr {
+   public:
+    /// The button pressed. Kind 1 offers OK, any other OK and Cancel.
+    int MostrarError(int numero, int tipo, const QString& texto);
+    /// Asks before a deletion; kind 1 with the critical icon, kind 2 without.
+    int PreguntaBorrar(const QString& codigo, const QString& nombre, int tipo, const QString& titulo);
+};
+
+}  // namespace tarmel
