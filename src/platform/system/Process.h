@@ -1,0 +1,35 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace tarmel::sys {
+
+/// A program that runs beside this one, without input and unseen. It goes on when the object dies. Needs no
+/// event loop.
+class Process {
+ public:
+    /// A program's bare name is looked for along the system's path. RuntimeError 53 when there is no such
+    /// program, 76 without the folder, 75 when it cannot be run.
+    [[nodiscard]] static Process start(const QString& program, const QStringList& arguments,
+                                       const QString& workingFolder);
+    ~Process();
+    Process(Process&& other) noexcept;
+    Process& operator=(Process&&) = delete;
+
+    [[nodiscard]] bool isRunning();
+    /// True when the program has ended within so many milliseconds.
+    bool wait(int milliseconds);
+    /// Nothing while it runs; 128 and more when a signal ended it.
+    [[nodiscard]] std::optional<int> exitCode();
+
+ private:
+    explicit Process(pid_t id) : id_(id) {}
+    pid_t id_;  // 0: nothing left to collect
+    std::optional<int> exitCode_;
+};
+
+}  // namespace tarmel::sys
