@@ -104,7 +104,8 @@ std::vector<std::vector<QString>> leerCsv(const QString& path) {
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) throw basic::RuntimeError(basic::error::FileAccess);
 
-    QStringDecoder decode(QStringDecoder::Utf8);
+    // Stateless, so that a character cut off at the end of the file counts as an error too.
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = decode(bytes);
     if (decode.hasError()) {
         throw basic::RuntimeError(basic::error::InvalidCall, QStringLiteral("%1: no es UTF-8").arg(path),
