@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "platform/ado/Recordset.h"
@@ -10,11 +11,11 @@
 
 namespace tarmel {
 
-/// Reads and writes one row of a table for a screen. The screen describes its table once, as field descriptors, each naming
-/// a column, its type and the control that shows it; from these come the statements, and between these and the controls
-/// the values are moved. Every value travels as text.
+/// Reads and writes one row of a table for a screen. The screen describes its table once, as field
+/// descriptors, each naming a column, its type and the control that shows it; from these come the statements,
+/// and between these and the controls the values are moved. Every value travels as text.
 class clsClassMantenimientos {
-   public:
+ public:
     /// One descriptor. Fields that a screen does not name keep these defaults.
     struct Campo {
         QString NombreCampo;
@@ -48,11 +49,13 @@ class clsClassMantenimientos {
     /// Elementos and all descriptors at once.
     void Describir(std::vector<Campo> campos);
 
-    // Statements. Errors of the first three and of EjecutarSQL are shown in a box ("¡ERROR al ejecutar SQL!"), and the
-    // operation returns as if nothing had happened; true tells that the statement went through.
+    // Statements. Errors of the first three and of EjecutarSQL are shown in a box ("¡ERROR al ejecutar
+    // SQL!"), and the operation returns as if nothing had happened; true tells that the statement went
+    // through.
     bool InsertarRegistro();
     bool ModificarRegistro();
-    /// With false the captures behind the deleted one are renumbered.
+    /// With false the captures behind the deleted one are renumbered. True when the row is gone, though
+    /// renumbering failed.
     bool EliminarRegistro(bool sinRenumerar);
     void RenumerarNumRegistro();
 
@@ -70,7 +73,8 @@ class clsClassMantenimientos {
         basic::Variant valor;
         QString columna;
     };
-    /// Fills the descriptors from the row that the pairs find; Null leaves what was there. False when there is none.
+    /// Fills the descriptors from the row that the pairs find; Null leaves what was there. False when there
+    /// is none.
     bool BuscarRegistro(const std::vector<Par>& pares);
     void BorrarDatos();
     /// The rows of a statement, for queries and commands; nothing after an error, which has been shown.
@@ -79,7 +83,12 @@ class clsClassMantenimientos {
     void ControlesEnabledDisable(bool activar);
     void HabilitarBotones();
 
-   private:
+ private:
+    [[nodiscard]] std::span<const Campo> sinElUltimo() const;
+    [[nodiscard]] QString condicionDeBusqueda(const Par& par) const;
+    [[nodiscard]] bool mostradoAntes(int indice) const;
+    [[nodiscard]] const std::vector<forms::Control*>& controlesDelFormulario() const;
+
     QString nombreTabla_;
     forms::Form* formulario_ = nullptr;
     std::vector<Campo> campos_;
