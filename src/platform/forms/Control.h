@@ -39,9 +39,9 @@ enum class Property {
     MaxLength,
     Tint,
     ToolTip,
-    Columns,      ///< heads of a list
-    Rows,         ///< all rows of a list may have changed: cleared, sorted
-    RowAdded,     ///< appended, or inserted when the list is sorted
+    Columns,   ///< heads of a list
+    Rows,      ///< all rows of a list may have changed: cleared, sorted
+    RowAdded,  ///< appended, or inserted when the list is sorted
     RowChanged,
     RowRemoved,
     SelectedRow,  ///< selection of a list; its row is to be in view
@@ -54,10 +54,10 @@ enum class Tint { Normal, Mandatory, Greyed };
 
 using Event = std::function<void()>;
 
-/// What all controls of a form have in common. A control registers itself with its form under its name; the order of
-/// registration is the tab order.
+/// What all controls of a form have in common. A control registers itself with its form under its name; the
+/// order of registration is the tab order.
 class Control {
-   public:
+ public:
     Control(Form& form, QString name, Kind kind);
     virtual ~Control() = default;
     Control(const Control&) = delete;
@@ -90,6 +90,8 @@ class Control {
     /// Ignored when the control cannot act. Within a LostFocus it decides where the focus goes instead.
     void SetFocus();
     [[nodiscard]] bool HasFocus() const;
+    /// A kind that the focus can go to at all: no label, frame, menu or bar.
+    [[nodiscard]] bool IsFocusable() const;
     /// In front of its siblings.
     void BringToFront();
 
@@ -103,18 +105,18 @@ class Control {
     std::function<void(int& key)> KeyPress;  ///< character code; 0 swallows it
     std::function<void(int& key)> KeyDown;   ///< key::... code; 0 swallows it
 
-    /// A key that is no character and that the form let through: arrows in a list or combo, Enter on a button.
-    /// True when the control used it.
+    /// A key that is no character and that the form let through: arrows in a list or combo, Enter on a
+    /// button. True when the control used it.
     virtual bool HandleKey(int key);
     /// A character that KeyPress let through (8 is Backspace).
     virtual void HandleChar(int character);
     /// Called when the focus comes or goes, before the event.
     virtual void FocusChanged(bool) {}
 
-   protected:
+ protected:
     void changed(Property property, int row = -1);
 
-   private:
+ private:
     Form& form_;
     QString name_;
     Kind kind_;
@@ -130,9 +132,10 @@ class Control {
 
 /// Key codes of KeyDown.
 namespace key {
-inline constexpr int Backspace = 8, Tab = 9, Enter = 13, Esc = 27, Blank = 32, PageUp = 33, PageDown = 34, End = 35,
-                     Home = 36, Left = 37, Up = 38, Right = 39, Down = 40, Delete = 46, F1 = 112, F2 = 113, F3 = 114,
-                     F4 = 115, F5 = 116, F6 = 117, F7 = 118, F8 = 119, F9 = 120, F10 = 121, F11 = 122, F12 = 123;
+inline constexpr int Backspace = 8, Tab = 9, Enter = 13, Esc = 27, Blank = 32, PageUp = 33, PageDown = 34,
+                     End = 35, Home = 36, Left = 37, Up = 38, Right = 39, Down = 40, Delete = 46, F1 = 112,
+                     F2 = 113, F3 = 114, F4 = 115, F5 = 116, F6 = 117, F7 = 118, F8 = 119, F9 = 120,
+                     F10 = 121, F11 = 122, F12 = 123;
 }  // namespace key
 
 }  // namespace tarmel::forms

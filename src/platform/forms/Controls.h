@@ -13,29 +13,29 @@
 namespace tarmel::forms {
 
 class Label : public Control {
-   public:
+ public:
     Label(Form& form, const QString& name, const QString& caption = QString());
     [[nodiscard]] const QString& Caption() const { return caption_; }
     void SetCaption(const QString& caption);
 
-   private:
+ private:
     QString caption_;
 };
 
 /// A container: hiding it hides what it holds.
 class Frame : public Control {
-   public:
+ public:
     Frame(Form& form, const QString& name, const QString& caption = QString());
     [[nodiscard]] const QString& Caption() const { return caption_; }
     void SetCaption(const QString& caption);
     void Holds(std::initializer_list<Control*> controls);
 
-   private:
+ private:
     QString caption_;
 };
 
 class TextBox : public Control {
-   public:
+ public:
     TextBox(Form& form, const QString& name);
 
     [[nodiscard]] const QString& Text() const { return text_; }
@@ -60,7 +60,7 @@ class TextBox : public Control {
     void HandleChar(int character) override;
     bool HandleKey(int key) override;
 
-   private:
+ private:
     void replaceSelection(const QString& text);
     QString text_;
     int maxLength_ = 0;
@@ -70,9 +70,10 @@ class TextBox : public Control {
     int selLength_ = 0;
 };
 
-/// A combo of the list-only kind: keys typed in it build a prefix that chooses the first item which begins so.
+/// A combo of the list-only kind: keys typed in it build a prefix that chooses the first item which begins
+/// so.
 class ComboBox : public Control {
-   public:
+ public:
     ComboBox(Form& form, const QString& name);
 
     void Clear();
@@ -95,11 +96,13 @@ class ComboBox : public Control {
     bool HandleKey(int key) override;
     void FocusChanged(bool got) override;
 
-   protected:
+ protected:
     ComboBox(Form& form, const QString& name, Kind kind);
+    /// Replaces all items at once, which the observer sees as one change; nothing is chosen, no event comes.
+    void SetItems(std::vector<QString> texts);
     virtual void chosen();  ///< the index has changed
 
-   private:
+ private:
     struct Item {
         QString text;
         int data = 0;
@@ -111,7 +114,7 @@ class ComboBox : public Control {
 
 /// A combo over rows of the database: each item carries the value of its bound column.
 class DataCombo : public ComboBox {
-   public:
+ public:
     DataCombo(Form& form, const QString& name);
 
     struct Row {
@@ -120,22 +123,23 @@ class DataCombo : public ComboBox {
     };
     /// Binds new rows; what was chosen is forgotten.
     void SetRows(std::vector<Row> rows);
-    /// Chooses the item of exactly this text; "" or an unknown text chooses none. Raises Change when it differs.
+    /// Chooses the item of exactly this text; "" or an unknown text chooses none. Raises Change when it
+    /// differs.
     void SetText(const QString& text);
     /// The bound value of the chosen item as text, or "".
     [[nodiscard]] QString BoundText() const;
 
     Event Change;  ///< the choice has changed, from code or by hand
 
-   protected:
+ protected:
     void chosen() override;
 
-   private:
+ private:
     std::vector<QString> bound_;
 };
 
 class DatePicker : public Control {
-   public:
+ public:
     /// The picker's own formats: 2 is the time, 3 a format of ours (CustomFormat).
     enum class Style { LongDate = 0, ShortDate = 1, Time = 2, Custom = 3 };
     DatePicker(Form& form, const QString& name, const QString& customFormat = QString());
@@ -152,14 +156,14 @@ class DatePicker : public Control {
 
     Event Change;
 
-   private:
+ private:
     Style style_ = Style::ShortDate;
     QString customFormat_;
     basic::Date value_;
 };
 
 class CommandButton : public Control {
-   public:
+ public:
     /// "&" marks the letter of its shortcut.
     CommandButton(Form& form, const QString& name, const QString& caption = QString());
     [[nodiscard]] const QString& Caption() const { return caption_; }
@@ -169,13 +173,13 @@ class CommandButton : public Control {
     bool Cancel = false;
     bool HandleKey(int key) override;
 
-   private:
+ private:
     QString caption_;
 };
 
 /// Options of one container exclude each other.
 class OptionButton : public Control {
-   public:
+ public:
     OptionButton(Form& form, const QString& name, const QString& caption = QString());
     [[nodiscard]] const QString& Caption() const { return caption_; }
     [[nodiscard]] bool Value() const { return value_; }
@@ -183,13 +187,13 @@ class OptionButton : public Control {
     void SetValue(bool value);
     bool HandleKey(int key) override;
 
-   private:
+ private:
     QString caption_;
     bool value_ = false;
 };
 
 class CheckBox : public Control {
-   public:
+ public:
     CheckBox(Form& form, const QString& name, const QString& caption = QString());
     [[nodiscard]] const QString& Caption() const { return caption_; }
     void SetCaption(const QString& caption);
@@ -198,27 +202,27 @@ class CheckBox : public Control {
     void SetValue(int value);
     bool HandleKey(int key) override;
 
-   private:
+ private:
     QString caption_;
     int value_ = 0;
 };
 
 class ProgressBar : public Control {
-   public:
+ public:
     ProgressBar(Form& form, const QString& name);
     [[nodiscard]] int Value() const { return value_; }
     [[nodiscard]] int Max() const { return max_; }
     void SetMax(int max);
     void SetValue(int value);
 
-   private:
+ private:
     int value_ = 0;
     int max_ = 100;
 };
 
 /// Pages of which one is in front; each page is a Frame that the strip shows and hides.
 class TabStrip : public Control {
-   public:
+ public:
     TabStrip(Form& form, const QString& name);
     void AddPage(const QString& caption, Frame& page);
     [[nodiscard]] int PageCount() const { return static_cast<int>(pages_.size()); }
@@ -228,7 +232,7 @@ class TabStrip : public Control {
     /// Raises Click when it changes.
     void SetTab(int index);
 
-   private:
+ private:
     struct Page_ {
         QString caption;
         Frame* frame;
@@ -237,10 +241,10 @@ class TabStrip : public Control {
     int tab_ = 0;
 };
 
-/// Rows of text under heads, in report style. Rows are held packed, a few hundred bytes each, so that a hundred thousand
-/// stay cheap. Row positions and sub-items count as told in each operation.
+/// Rows of text under heads, in report style. Rows are held packed, a few hundred bytes each, so that a
+/// hundred thousand stay cheap. Row positions and sub-items count as told in each operation.
 class ListView : public Control {
-   public:
+ public:
     struct Column {
         QString title;
         int width = 0;  ///< in twips; 0 cannot be seen
@@ -281,8 +285,9 @@ class ListView : public Control {
 
     bool HandleKey(int key) override;
 
-   private:
+ private:
     using PackedRow = QByteArray;  ///< UTF-8 texts, each closed by NUL
+    void checkRow(int row) const;
     void sortRows();
     std::vector<Column> columns_;
     std::vector<PackedRow> rows_;
@@ -294,19 +299,19 @@ class ListView : public Control {
 
 /// An entry of the main menu; a caption of "-" is a separator. Entries without a parent stand in the bar.
 class MenuItem : public Control {
-   public:
+ public:
     MenuItem(Form& form, const QString& name, const QString& caption, MenuItem* parent = nullptr);
     [[nodiscard]] const QString& Caption() const { return caption_; }
     [[nodiscard]] MenuItem* Parent() const { return parent_; }
     [[nodiscard]] bool IsSeparator() const { return caption_ == QLatin1String("-"); }
 
-   private:
+ private:
     QString caption_;
     MenuItem* parent_;
 };
 
 class Toolbar : public Control {
-   public:
+ public:
     struct Button {
         QString key;
         QString tip;
@@ -316,12 +321,12 @@ class Toolbar : public Control {
     [[nodiscard]] const std::vector<Button>& Buttons() const { return buttons_; }
     std::function<void(const QString& key)> ButtonClick;
 
-   private:
+ private:
     std::vector<Button> buttons_;
 };
 
 class StatusBar : public Control {
-   public:
+ public:
     enum class PanelKind { Text, Date, Time };
     struct Panel {
         QString key;
@@ -330,14 +335,16 @@ class StatusBar : public Control {
         QString text;
     };
     StatusBar(Form& form, const QString& name);
-    void AddPanel(const QString& key, const QString& tip, PanelKind kind) { panels_.push_back({key, tip, kind, {}}); }
+    void AddPanel(const QString& key, const QString& tip, PanelKind kind) {
+        panels_.push_back({key, tip, kind, {}});
+    }
     [[nodiscard]] const std::vector<Panel>& Panels() const { return panels_; }
     /// The panel of that key; RuntimeError 9 when there is none.
     [[nodiscard]] const QString& PanelText(const QString& key) const;
     void SetPanelText(const QString& key, const QString& text);
     std::function<void(const QString& key)> PanelClick;
 
-   private:
+ private:
     std::vector<Panel> panels_;
 };
 

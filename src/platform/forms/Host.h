@@ -8,7 +8,8 @@ namespace tarmel::forms {
 
 class Form;
 
-/// Thrown by Host::EndProgram to unwind whatever was running: the process ends at once, nothing behind it runs.
+/// Thrown by Host::EndProgram to unwind whatever was running: the process ends at once, nothing behind it
+/// runs.
 struct ProgramEnd {};
 
 /// Box values: buttons, icon and default button are added.
@@ -29,27 +30,30 @@ struct MessageBox {
 struct FileDialogue {
     QString title;
     QString folder;
-    QString filter;       ///< "Text|*.zip"
+    QString filter;  ///< "Text|*.zip"
     QString initialName;
 };
 
 enum class Pointer { Default = 0, Hourglass = 11 };
 
-/// How the screens reach the world. The desktop implements it with windows, the scenario runner with a script.
+/// How the screens reach the world. The desktop implements it with windows, the scenario runner with a
+/// script.
 class Host {
-   public:
+ public:
     virtual ~Host() = default;
 
     virtual int ShowBox(const MessageBox& message) = 0;
     /// Lets pending events of the screens run.
     virtual void DoEvents() = 0;
-    /// A form has become visible, hidden, or is gone for good. After FormUnloaded the form must not be touched.
+    /// A form has become visible, hidden, or is gone for good. After FormUnloaded the form must not be
+    /// touched.
     virtual void FormShown(Form& form) = 0;
     virtual void FormHidden(Form& form) = 0;
     virtual void FormUnloaded(Form& form) = 0;
     /// Brings a form that is shown to the front.
     virtual void FormActivated(Form& form) = 0;
-    /// Runs until the form is hidden or unloaded (Form::IsShown). Throws ProgramEnd when the program ended meanwhile.
+    /// Runs until the form is hidden or unloaded (Form::IsShown). Throws ProgramEnd when the program ended
+    /// meanwhile.
     virtual void RunModal(Form& form) = 0;
     virtual void SetPointer(Pointer pointer) = 0;
     virtual void Sleep(int milliseconds) = 0;

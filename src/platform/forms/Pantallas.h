@@ -10,10 +10,10 @@
 
 namespace tarmel::forms {
 
-/// The registry of screens: each exists once, is loaded when it is first named, and unloaded by name. Screens reach each
-/// other through it, never through stored pointers.
+/// The registry of screens: each exists once, is loaded when it is first named, and unloaded by name. Screens
+/// reach each other through it, never through stored pointers.
 class Pantallas {
-   public:
+ public:
     using Factory = std::function<std::shared_ptr<Form>()>;
 
     /// Makes a screen known under its name. One place in the program does so for all of them.
@@ -27,9 +27,11 @@ class Pantallas {
     void Unload(const QString& name);
     /// All that are loaded, in the order of loading.
     [[nodiscard]] std::vector<Form*> All() const;
-    /// The screen in front, null when none is shown. The frame window counts only while nothing else is shown.
+    /// The screen in front, null when none is shown. The frame window counts only while nothing else is
+    /// shown.
     [[nodiscard]] Form* Active() const;
-    /// Forgets every screen and factory, with no event: between programs that follow each other in one process.
+    /// Forgets every screen and factory, with no event: between programs that follow each other in one
+    /// process.
     void Reset();
 
     /// A screen by its class: T::kName is its name.
@@ -45,16 +47,26 @@ class Pantallas {
     Pantallas();
     ~Pantallas();
 
-   private:
+ private:
     friend class Form;
+    friend void runAction(const std::function<void()>& action);
     struct State;
+    void toFront(Form& form);
+    void activate(Form& form);
+    void noLongerShown(Form& form);
+    void letGo(Form& form);
+    void forget(Form& form);
+    void runModal(Form& form);
+    void settle();
+    /// A modal form lies over this one.
+    [[nodiscard]] bool isBlocked(const Form& form) const;
     std::unique_ptr<State> state_;
 };
 
 [[nodiscard]] Pantallas& pantallas();
 
-/// Runs an action that comes from the world (start-up, a timer, a menu): errors end as in a form's own actions, unloaded
-/// screens are let go and waiting activations happen when the outermost action has ended.
+/// Runs an action that comes from the world (start-up, a timer, a menu): errors end as in a form's own
+/// actions, unloaded screens are let go and waiting activations happen when the outermost action has ended.
 void runAction(const std::function<void()>& action);
 
 }  // namespace tarmel::forms
