@@ -12,10 +12,11 @@ namespace tarmel::ado {
 enum class Cursor { Unspecified = -1, ForwardOnly = 0, Keyset = 1, Dynamic = 2, Static = 3 };
 enum class Lock { Unspecified = -1, ReadOnly = 1, Pessimistic = 2, Optimistic = 3 };
 
-/// The rows of a statement. Rows are read as they are asked for; before the connection writes, defines or closes, open
-/// readers take in what is left, so that a recordset always shows the rows as they were when it was opened.
+/// The rows of a statement. Rows are read as they are asked for; before the connection writes, defines or
+/// closes, open readers take in what is left, so that a recordset always shows the rows as they were when it
+/// was opened.
 class Recordset {
-   public:
+ public:
     Recordset();
     ~Recordset();
     Recordset(Recordset&&) noexcept;
@@ -23,7 +24,8 @@ class Recordset {
 
     /// Runs the statement. For a command (no rows) the recordset stays closed. Errors as Connection::Execute.
     void Open(const QString& sql, Connection& connection, Cursor cursor = Cursor::Unspecified,
-              Lock lock = Lock::Unspecified, int options = -1, const std::vector<basic::Variant>& parameters = {});
+              Lock lock = Lock::Unspecified, int options = -1,
+              const std::vector<basic::Variant>& parameters = {});
     void Requery();
     void Close();
     [[nodiscard]] bool IsOpen() const;
@@ -43,18 +45,19 @@ class Recordset {
     };
     [[nodiscard]] int FieldCount() const;
     [[nodiscard]] const FieldInfo& FieldAt(int index) const;
-    /// Position of a field: no regard to case, first match; "TABLE.COLUMN" too, which falls back to COLUMN where the rows
-    /// know no such table. Unknown: RuntimeError 3265.
+    /// Position of a field: no regard to case, first match; "TABLE.COLUMN" too, which falls back to COLUMN
+    /// where the rows know no such table. Unknown: RuntimeError 3265.
     [[nodiscard]] int FieldIndex(const QString& name) const;
 
-    /// The value in the current row: Null, text, whole number, double, Boolean or date. Without a row: RuntimeError 3021.
+    /// The value in the current row: Null, text, whole number, double, Boolean or date. Without a row:
+    /// RuntimeError 3021.
     [[nodiscard]] basic::Variant Value(const QString& name) const;
     [[nodiscard]] basic::Variant Value(int index) const;
     /// Value(...).joined(), without the detour over a Variant.
     [[nodiscard]] QString Text(const QString& name) const { return Value(name).joined(); }
     [[nodiscard]] QString Text(int index) const { return Value(index).joined(); }
 
-   private:
+ private:
     struct State;
     std::unique_ptr<State> state_;
 };
