@@ -32,22 +32,24 @@ extern bool gIdentificacionInicial;   ///< the identification shown is the start
 extern basic::Variant gRutaAplicacion;
 
 /// Flags between the main window, the sheet screen and the capture screen.
-extern bool gNuevaHoja;       ///< a sheet was just created: the capture screen starts a new capture
-extern bool gListaAnillas;    ///< the capture screen opens as a list of rings
-extern bool gListaDuplicados; ///< that list is the list of duplicates
-extern bool gMostrarLista;    ///< on activating, the list comes in front
+extern bool gNuevaHoja;         ///< a sheet was just created: the capture screen starts a new capture
+extern bool gListaAnillas;      ///< the capture screen opens as a list of rings
+extern bool gListaDuplicados;   ///< that list is the list of duplicates
+extern bool gMostrarLista;      ///< on activating, the list comes in front
 extern QString gFiltroAnillas;  ///< condition chosen in the ring selection; empty when nothing was chosen
 extern bool gModificando;       ///< a capture was opened for change
-extern QString gOriginalAnilla, gOriginalCentro, gOriginalHora, gOriginalFecha;  ///< that capture before the change
-extern bool gCapturaGrabada;    ///< set just before an insert, cleared on activating
-extern bool gListaCargada;      ///< the sheet list was filled for this opening
-extern bool gModoModificar;     ///< the sheet's fields are open for a change
-extern bool gOrdenAscendente;   ///< toggle of the sort, shared by the lists of sheets and captures
+extern QString gOriginalAnilla, gOriginalCentro, gOriginalHora,
+    gOriginalFecha;            ///< that capture before the change
+extern bool gCapturaGrabada;   ///< set just before an insert, cleared on activating
+extern bool gListaCargada;     ///< the sheet list was filled for this opening
+extern bool gModoModificar;    ///< the sheet's fields are open for a change
+extern bool gOrdenAscendente;  ///< toggle of the sort, shared by the lists of sheets and captures
 
 /// The record engine object that the store and the ring rules share; they use EjecutarSQL only.
 extern clsClassMantenimientos gMantenimientos;
 
-/// Back to a process that has just begun, for programs that follow each other in one process. Closes the connection.
+/// Back to a process that has just begun, for programs that follow each other in one process. Closes the
+/// connection.
 void reiniciarSesion();
 
 }  // namespace tarmel

@@ -12,17 +12,32 @@ void Main();
 
 /// The executable's folder, without a separator at its end.
 QString ObtenerRutaAplicacion();
-/// An integer of Tarmel.INI; -1 when file, section or key is missing.
-double LeerIniEntero(const QString& seccion, const QString& clave);
-void EscribirIni(const QString& seccion, const QString& clave, const QString& valor);
+/// A file or folder of the program's own folder.
+QString RutaEnAplicacion(const QString& nombre);
 /// Today as YYMMDD.
 QString FechaActualAAMMDD();
 /// The form in the middle of the screen; the view does it.
 void CentrarFormulario(forms::Form& formulario);
-/// Makes the data source "AccessDSN"; on failure says so and ends the program.
-void CrearDSN(const QString& ruta);
+/// Opens gConexion on the data source "AccessDSN". A failure is a RuntimeError.
 void AbrirConexion();
-/// Removes the *.TMP files of the program's folder; errors are ignored.
-void BorrarTemporales();
+/// Closes the connection and ends the program at once.
+[[noreturn]] void CerrarAplicacion();
+
+/// What is going on, in the status bar of the main window; the empty text clears it. Without a main window,
+/// as in a test of one screen, nothing happens.
+void MostrarMensajeEstado(const QString& mensaje);
+
+/// Enter moves on as Tab does: the key is swallowed and the Tab key sent. True when it was Enter in a field;
+/// a button or a list keeps it for itself.
+bool EnterComoTab(forms::Form& formulario, int& caracter);
+
+/// The hourglass for as long as it lives.
+class RelojDeArena {
+ public:
+    RelojDeArena();
+    ~RelojDeArena();
+    RelojDeArena(const RelojDeArena&) = delete;
+    RelojDeArena& operator=(const RelojDeArena&) = delete;
+};
 
 }  // namespace tarmel
