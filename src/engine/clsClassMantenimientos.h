@@ -16,21 +16,22 @@ namespace tarmel {
 /// and between these and the controls the values are moved. Every value travels as text.
 class clsClassMantenimientos {
  public:
-    /// One descriptor. Fields that a screen does not name keep these defaults.
+    /// One descriptor. Fields that a screen does not name keep these defaults (all have one, so that a screen
+    /// may name just those it needs).
     struct Campo {
-        QString NombreCampo;
-        QString ValorCampo;
+        QString NombreCampo{};
+        QString ValorCampo{};
         bool CampoClave = false;
-        QString TipoDatos;  ///< "Numerico", "Caracter", "Decimal" or empty
+        QString TipoDatos{};  ///< "Numerico", "Caracter", "Decimal" or empty
         int Tamaño = 0;
-        QString ValorPredeterminado;
+        QString ValorPredeterminado{};
         bool Obligatorio = false;
         bool LongitudCero = false;
-        QString Formato;
+        QString Formato{};
         forms::Control* ControlRelacionado = nullptr;
-        QString CampoRelacionado;
-        QString CampoRelacionado2;
-        QString NombreTablaCampo;
+        QString CampoRelacionado{};
+        QString CampoRelacionado2{};
+        QString NombreTablaCampo{};
         bool ComboSimple = false;
     };
 
