@@ -74,9 +74,6 @@ void MostrarMensajeEstado(const QString& mensaje) {
 
 bool EnterComoTab(forms::Form& formulario, int& caracter) {
     if (caracter != forms::key::Enter) return false;
-    const forms::Control* const activo = formulario.ActiveControl();
-    if (activo && (activo->kind() == forms::Kind::CommandButton || activo->kind() == forms::Kind::ListView))
-        return false;
     caracter = 0;
     formulario.SendTab();
     return true;

@@ -21,14 +21,14 @@ void CentrarFormulario(forms::Form& formulario);
 /// Opens gConexion on the data source "AccessDSN". A failure is a RuntimeError.
 void AbrirConexion();
 /// Closes the connection and ends the program at once.
-[[noreturn]] void CerrarAplicacion();
+void CerrarAplicacion();
 
 /// What is going on, in the status bar of the main window; the empty text clears it. Without a main window,
 /// as in a test of one screen, nothing happens.
 void MostrarMensajeEstado(const QString& mensaje);
 
-/// Enter moves on as Tab does: the key is swallowed and the Tab key sent. True when it was Enter in a field;
-/// a button or a list keeps it for itself.
+/// Enter moves on as Tab does: the key is swallowed and the Tab key sent. True when it was Enter. (A button
+/// or a list keeps Enter for itself: the form does not see it.)
 bool EnterComoTab(forms::Form& formulario, int& caracter);
 
 /// The hourglass for as long as it lives.

@@ -13,19 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace tarmel {
 
-namespace {
-
-/// The database file as it is spelt on the disk; without one the program ends.
-QString buscarBaseDeDatos() {
-    const std::optional<QString> fichero = sys::actualPath(gRutaBD);
-    if (fichero) return *fichero;
-    forms::MsgBox(u"El fichero de base de datos TARMEL.MDB no existe.\r  No se puede cargar la aplicación."_s,
-                  forms::box::Critical, u"Error"_s);
-    forms::host().EndProgram();
-}
-
-}  // namespace
-
 frm01_Inicio::frm01_Inicio() : Form(kName, forms::kProgramName) {
     lblProductName.SetCaption(u"Tarmel - Anilladores"_s);
     Label1.SetCaption(u"Cargando la aplicación, espere un momento..."_s);
@@ -40,7 +27,14 @@ void frm01_Inicio::Load() {
     Refresh();
 
     gRutaBD = forms::host().ApplicationPath() + QDir::separator() + gNombreBD.joined() + u".mdb"_s;
-    CrearDSN(buscarBaseDeDatos());
+    const std::optional<QString> fichero = sys::actualPath(gRutaBD);
+    if (!fichero) {
+        forms::MsgBox(
+            u"El fichero de base de datos TARMEL.MDB no existe.\r  No se puede cargar la aplicación."_s,
+            forms::box::Critical, u"Error"_s);
+        forms::host().EndProgram();
+    }
+    CrearDSN(*fichero);
     AbrirConexion();
     BorrarTemporales();
     if (!ActualizarVersion()) forms::host().EndProgram();

@@ -150,6 +150,7 @@ void abrir(const Apertura& apertura) {
 }  // namespace
 
 frm03_Principal::frm03_Principal() : Form(kName, u"Captura de datos de campo"_s) {
+    IsFrameWindow = true;
     hacerMenus();
     hacerBarras();
 }

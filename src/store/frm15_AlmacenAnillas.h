@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <optional>
 
 #include "platform/forms/Form.h"
 
@@ -83,11 +83,16 @@ class frm15_AlmacenAnillas : public forms::Form {
     void prepararEntrada();
     void cargarLista(const QString& sql);
     void modoEntrada(bool entrada);
+    struct Rango {
+        qint64 numInicial = 0;
+        qint64 numFinal = 0;
+    };
+    [[nodiscard]] std::optional<Rango> rangoTecleado() const;
+    void ponerCantidad(bool aceptado, qint64 cantidad);
     [[nodiscard]] bool puedeGrabarse(const QString& tipo);
     [[nodiscard]] qint16 siguienteNumMov();
 
-    /// The fill that runs goes on while this is on. Each fill has its own, which outlives the screen.
-    std::shared_ptr<bool> gCargandoLista = std::make_shared<bool>(false);
+    bool gCargandoLista = false;  ///< the fill of the list goes on while this is on
 };
 
 }  // namespace tarmel
