@@ -7,7 +7,7 @@
 #include "core/frm01_Inicio.h"
 #include "core/frm02_Matricula.h"
 #include "core/frm03_Principal.h"
-#include "database/Sanar.h"
+#include "database/Esquema.h"
 #include "platform/basic/Text.h"
 #include "platform/forms/Host.h"
 #include "platform/forms/Pantallas.h"
