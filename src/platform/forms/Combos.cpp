@@ -124,7 +124,8 @@ void ComboBox::FocusChanged(bool) {
 DataCombo::DataCombo(Form& form, const QString& name) : ComboBox(form, name, Kind::DataCombo) {}
 
 void DataCombo::SetRows(std::vector<Row> rows) {
-    const bool hadChoice = ListIndex() >= 0;
+    const bool hadText = !Text().isEmpty();
+    foreign_.clear();
     bound_.clear();
     bound_.reserve(rows.size());
     std::vector<QString> texts;
@@ -134,14 +135,23 @@ void DataCombo::SetRows(std::vector<Row> rows) {
         texts.push_back(std::move(row.text));
     }
     SetItems(std::move(texts));
-    if (hadChoice) chosen();
+    if (hadText) chosen();
 }
 
 void DataCombo::SetText(const QString& text) {
-    for (int i = 0; !text.isEmpty() && i < ListCount(); ++i) {
-        if (List(i) == text) return SetListIndex(i);
+    if (text == Text()) return;
+    int index = -1;
+    for (int i = 0; !text.isEmpty() && i < ListCount() && index < 0; ++i) {
+        if (List(i) == text) index = i;
     }
-    SetListIndex(-1);
+    foreign_ = index < 0 ? text : QString();
+    if (index != ListIndex()) return SetListIndex(index);
+    changed(Property::Text);
+    chosen();
+}
+
+QString DataCombo::Text() const {
+    return ListIndex() < 0 ? foreign_ : ComboBox::Text();
 }
 
 QString DataCombo::BoundText() const {
@@ -151,6 +161,7 @@ QString DataCombo::BoundText() const {
 }
 
 void DataCombo::chosen() {
+    if (ListIndex() >= 0) foreign_.clear();
     if (Change) Change();
 }
 

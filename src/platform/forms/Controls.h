@@ -88,7 +88,7 @@ class ComboBox : public Control {
     /// Raises Click when the index changes and sets the text; -1 empties the text. Out of range raises 5.
     void SetListIndex(int index);
     /// The chosen item's text, or "".
-    [[nodiscard]] QString Text() const;
+    [[nodiscard]] virtual QString Text() const;
     /// First item that begins with the prefix, without regard to case; -1 when there is none.
     [[nodiscard]] int Find(const QString& prefix) const;
 
@@ -123,9 +123,10 @@ class DataCombo : public ComboBox {
     };
     /// Binds new rows; what was chosen is forgotten.
     void SetRows(std::vector<Row> rows);
-    /// Chooses the item of exactly this text; "" or an unknown text chooses none. Raises Change when it
-    /// differs.
+    /// Chooses the item of exactly this text. A text that no item has is shown all the same, with no bound
+    /// value: a record may hold what the list does not offer. Raises Change when it differs.
     void SetText(const QString& text);
+    [[nodiscard]] QString Text() const override;
     /// The bound value of the chosen item as text, or "".
     [[nodiscard]] QString BoundText() const;
 
@@ -136,6 +137,7 @@ class DataCombo : public ComboBox {
 
  private:
     std::vector<QString> bound_;
+    QString foreign_;  ///< the text shown while it is none of the items'
 };
 
 class DatePicker : public Control {
