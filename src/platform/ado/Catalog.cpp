@@ -3,8 +3,8 @@
 #include <QRegularExpression>
 #include <QStringList>
 #include <algorithm>
-#include <array>
 
+#include "platform/access_sql/Types.h"
 #include "platform/ado/Sqlite.h"
 
 namespace tarmel::ado::detail {
@@ -17,38 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct DeclaredType {
-    const char16_t* name;
-    Type type;
-};
-
-/// Our own declared types, and what other programs call them.
-constexpr std::array declaredTypes{
-    DeclaredType{u"BOOLEAN", Type::Boolean},   DeclaredType{u"BIT", Type::Boolean},
-    DeclaredType{u"YESNO", Type::Boolean},     DeclaredType{u"BYTE", Type::Byte},
-    DeclaredType{u"TINYINT", Type::Byte},      DeclaredType{u"SMALLINT", Type::Integer},
-    DeclaredType{u"INT2", Type::Integer},      DeclaredType{u"INTEGER", Type::Long},
-    DeclaredType{u"INT", Type::Long},          DeclaredType{u"LONG", Type::Long},
-    DeclaredType{u"BIGINT", Type::Long},       DeclaredType{u"COUNTER", Type::Counter},
-    DeclaredType{u"SINGLE", Type::Single},     DeclaredType{u"FLOAT", Type::Double},
-    DeclaredType{u"DOUBLE", Type::Double},     DeclaredType{u"REAL", Type::Double},
-    DeclaredType{u"CURRENCY", Type::Currency}, DeclaredType{u"DECIMAL", Type::Decimal},
-    DeclaredType{u"NUMERIC", Type::Decimal},   DeclaredType{u"DATETIME", Type::Date},
-    DeclaredType{u"DATE", Type::Date},         DeclaredType{u"TIMESTAMP", Type::Date},
-    DeclaredType{u"TIME", Type::Date},         DeclaredType{u"VARCHAR", Type::Text},
-    DeclaredType{u"NVARCHAR", Type::Text},     DeclaredType{u"CHAR", Type::Text},
-    DeclaredType{u"TEXT", Type::Memo},         DeclaredType{u"MEMO", Type::Memo},
-    DeclaredType{u"LONGTEXT", Type::Memo},     DeclaredType{u"CLOB", Type::Memo},
-    DeclaredType{u"BLOB", Type::Binary},       DeclaredType{u"BINARY", Type::Binary},
-    DeclaredType{u"VARBINARY", Type::Binary},  DeclaredType{u"GUID", Type::Guid},
-};
-
-Type typeNamed(const QString& name) {
-    for (const DeclaredType& known : declaredTypes) {
-        if (name.compare(QStringView(known.name), Qt::CaseInsensitive) == 0) return known.type;
-    }
-    return Type::Unknown;
-}
+constexpr int kGuidWidth = 38;  // {8-4-4-4-12}
 
 QString unquoted(QString name) {
     return name.mid(1, name.size() - 2).replace(u"\"\""_s, u"\""_s);
@@ -156,12 +125,19 @@ void readView(sqlite3* db, const QString& stored, TableInfo& info) {
 ColumnDef columnOfDeclaration(const QString& name, const QString& declared) {
     static const QRegularExpression form(u"^\\s*(\\w+)[^(]*(?:\\(\\s*(\\d+)\\s*(?:,\\s*(\\d+)\\s*)?\\))?"_s);
     const auto match = form.match(declared);
+    const QString word = match.captured(1).toUpper();
     ColumnDef column;
     column.name = name;
-    column.type = typeNamed(match.captured(1));
     column.width = match.captured(2).toInt();
     column.scale = match.captured(3).toInt();
-    if (column.type == Type::Memo && column.width > 0) column.type = Type::Text;
+    // The dialect's words, but for the few that mean something else where SQLite says them.
+    if (word == u"CHAR" && column.width == kGuidWidth) {
+        column.type = Type::Guid;
+    } else if (word == u"BLOB") {
+        column.type = Type::Binary;
+    } else if (const auto* known = access_sql::typeNamed(word)) {
+        column.type = known->type;
+    }
     if (column.type == Type::Text && column.width == 0) column.type = Type::Memo;
     return column;
 }

@@ -92,15 +92,11 @@ QByteArray defaultText(const ColumnDef& column) {
 
 QByteArray ruleText(const ColumnDef& column) {
     const QByteArray check = access_sql::columnCheck(column);
-    return check.isEmpty() ? QByteArray() : " CONSTRAINT " + quoted(column.name) + " " + check;
+    return check.isEmpty() ? QByteArray() : " CONSTRAINT " + quoted(column.name) + " CHECK (" + check + ")";
 }
 
-/// `lonelyKey`: the column alone is the table's key. SQLite would take an INTEGER key for the row's own
-/// number, which it makes up where none is given.
-QByteArray columnLine(const ColumnDef& column, bool lonelyKey) {
-    QByteArray type = access_sql::declaredType(column);
-    if (lonelyKey && type.startsWith("INTEGER")) type.replace(0, 7, "INT");
-    QByteArray line = quoted(column.name) + " " + type;
+QByteArray columnLine(const ColumnDef& column) {
+    QByteArray line = quoted(column.name) + " " + access_sql::declaredType(column);
     if (column.notNull) line += " NOT NULL";
     if (column.defaultValue) line += " DEFAULT " + defaultText(column);
     return line + ruleText(column);
@@ -230,7 +226,7 @@ QByteArray createText(const TableInfo& table, const QString& name) {
     for (const ColumnDef& column : def.columns) {
         const bool alone = lonely && same(def.primaryKey.front(), column.name);
         if (column.type != Type::Counter) {
-            lines << columnLine(column, alone);
+            lines << columnLine(column);
             continue;
         }
         if (counter) throw statementError(u"La tabla %1 sólo puede tener un contador."_s.arg(def.name));
@@ -324,8 +320,8 @@ void DefinitionRunner::apply(const access_sql::AddColumn& what) {
             u"La columna «%1» ya existe en la tabla «%2»."_s.arg(what.column.name, table.definition.name));
     }
     if (what.column.type != Type::Counter) {
-        detail::run(db_, "ALTER TABLE " + quoted(table.definition.name) + " ADD COLUMN " +
-                             columnLine(what.column, false));
+        detail::run(
+            db_, "ALTER TABLE " + quoted(table.definition.name) + " ADD COLUMN " + columnLine(what.column));
         return;
     }
     TableInfo wanted = table;

@@ -30,7 +30,7 @@ struct Recordset::State final : detail::Reader {
     bool run() {
         detail::Lease fresh = engine->bound(sql, parameters);
         if (fresh.shape().translation.kind != Translation::Kind::Select) {
-            engine->carryOut(fresh);
+            affected = engine->carryOut(fresh);
             return false;
         }
         columns = fresh.shape().columns;
@@ -81,6 +81,7 @@ struct Recordset::State final : detail::Reader {
     std::shared_ptr<const detail::Columns> columns;
     detail::RowBuffer rows;
     std::size_t position = 0;
+    int affected = 0;
     std::optional<RuntimeError> trouble;
     std::vector<FieldInfo> fields;
 };
@@ -95,7 +96,9 @@ void Recordset::Open(const QString& sql, Connection& connection, Cursor cursor, 
     state_.reset();
     if (!connection.engine_) throw detail::connectionClosed();
     auto state = std::make_unique<State>(connection.engine_, sql, parameters, cursor);
-    if (state->run()) state_ = std::move(state);
+    const bool hasRows = state->run();
+    affected_ = state->affected;
+    if (hasRows) state_ = std::move(state);
 }
 
 void Recordset::Requery() {

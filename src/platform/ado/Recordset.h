@@ -29,6 +29,8 @@ class Recordset {
     void Requery();
     void Close();
     [[nodiscard]] bool IsOpen() const;
+    /// Rows that the command changed with which the recordset was last opened; 0 after a query.
+    [[nodiscard]] int RecordsAffected() const { return affected_; }
 
     /// Behind the last row, in front of the first one. (The plain names are macros of the C library.)
     [[nodiscard]] bool Eof() const;
@@ -60,6 +62,7 @@ class Recordset {
  private:
     struct State;
     std::unique_ptr<State> state_;
+    int affected_ = 0;
 };
 
 }  // namespace tarmel::ado
