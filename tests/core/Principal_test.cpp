@@ -1,0 +1,115 @@
+#include "core/Programa.h"
+#include "core/frm03_Principal.h"
+
+/// The commands of the main window.
+namespace tarmel {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class Principal : public Programa {
+ protected:
+    void SetUp() override { arrancarComo(u"123456"_s); }
+    static frm03_Principal& ventana() { return forms::pantallas().Get<frm03_Principal>(); }
+    static forms::MenuItem& menu(const QString& nombre) {
+        return dynamic_cast<forms::MenuItem&>(*ventana().Find(nombre));
+    }
+    static std::vector<forms::MenuItem*> entradas() {
+        std::vector<forms::MenuItem*> todas;
+        for (forms::Control* control : ventana().Controls()) {
+            if (auto* entrada = dynamic_cast<forms::MenuItem*>(control)) todas.push_back(entrada);
+        }
+        return todas;
+    }
+    static void elegir(const QString& nombre) { ventana().UserClick(menu(nombre)); }
+};
+
+TEST_F(Principal, CadaEntradaDelMenuAbreAlgo) {
+    QStringList barra;
+    for (const forms::MenuItem* entrada : entradas()) {
+        const auto hijos = std::ranges::count(entradas(), entrada, &forms::MenuItem::Parent);
+        const bool hace = static_cast<bool>(entrada->Click);
+        EXPECT_EQ(hace, hijos == 0 && !entrada->IsSeparator()) << entrada->Name().toStdString();
+        if (!entrada->Parent()) barra << entrada->Caption();
+    }
+    EXPECT_EQ(
+        barra.join(u'|'),
+        u"&Actualización de tablas|&Hojas de campo|A&nillas|&Imprimir|&Datos|&Consultar Datos|&Utilidades|&Salir"_s);
+    EXPECT_EQ(menu(u"mnuListadoAnillasTodas"_s).Parent(), &menu(u"mnuListadoAnillas"_s));
+    EXPECT_EQ(menu(u"mnuBorrarHojas"_s).Parent(), &menu(u"mnuBorrar"_s));
+}
+
+TEST_F(Principal, LoPendienteLoDiceYLaVentanaQuedaEnReposo) {
+    for (const QString& orden :
+         {u"mnuActualizacionLocalidades"_s, u"mnuActualizacionEspecies"_s, u"mnuListadoAnillasTodas"_s,
+          u"mnuListadoAnillasSeleccion"_s, u"mnuAnillasDuplicadas"_s, u"mnuAnillasGestionModelos"_s,
+          u"mnuImprimir"_s, u"mnuImportarDatos"_s, u"mnuExportarDatos"_s, u"mnuConsultarInformes"_s,
+          u"mnuConsultarContador"_s, u"mnuCompactar"_s, u"mnuBorrarHojas"_s, u"mnuBorrarFicherosExportados"_s,
+          u"mnuActualizarBD"_s}) {
+        host.punteros.clear();
+        elegir(orden);
+        ASSERT_EQ(host.cajas.size(), 1u) << orden.toStdString();
+        EXPECT_EQ(host.cajas[0].text, u"Esta orden todavía no está disponible."_s);
+        EXPECT_EQ(host.cajas[0].buttons, forms::box::Information);
+        host.cajas.clear();
+        EXPECT_EQ(ventana().staStatusBar.PanelText(u"Messages"_s), QString());
+        EXPECT_TRUE(host.punteros.empty() || host.punteros.back() == forms::Pointer::Default);
+    }
+}
+
+TEST_F(Principal, AbreLasPantallasQueHay) {
+    elegir(u"mnuAlmacenAnillas"_s);
+    EXPECT_EQ(forms::pantallas().Active()->Name(), u"frm15_AlmacenAnillas"_s);
+    elegir(u"mnuNuevaHoja"_s);
+    EXPECT_EQ(forms::pantallas().Active()->Name(), u"frm06_HojasCampo"_s);
+    ventana().UserToolbar(ventana().tlbBarraHerramientas, u"Almacen"_s);
+    EXPECT_EQ(forms::pantallas().Active()->Name(), u"frm15_AlmacenAnillas"_s)
+        << "the same screen comes forward";
+    elegir(u"mnuListadoHojas"_s);
+    EXPECT_EQ(forms::pantallas().Active()->Name(), u"frm06_HojasCampo"_s);
+    EXPECT_EQ(ventana().staStatusBar.PanelText(u"Messages"_s), QString());
+    EXPECT_EQ(host.punteros.back(), forms::Pointer::Default);
+    EXPECT_TRUE(host.cajas.empty());
+}
+
+TEST_F(Principal, ConDuplicadosNoSeExporta) {
+    sql(u"INSERT INTO ANICHO (IdCabecera, NumHoja, FechaCaptura) VALUES (1, 123456000001, #03/15/2010#)"_s);
+    const QString especie = filas(u"SELECT TOP 1 IdEspecie FROM ANIBRD ORDER BY IdEspecie"_s);
+    for (const QString& registro : {u"1"_s, u"2"_s})
+        sql(u"INSERT INTO ANIAHO (IdCabecera, NumRegistro, TipoRegistro, CodigoCentro, NumeroAnilla, Anilla, "
+            "IdEspecie) VALUES (1, "_s +
+            registro + u", 'A', 'ESI', 'AB1234', 'AB..1234', "_s + especie + u")"_s);
+    for (int vez = 0; vez < 2; ++vez) {
+        if (vez == 0) elegir(u"mnuExportarDatos"_s);
+        if (vez == 1) ventana().UserToolbar(ventana().tlbBarraHerramientas, u"ExportarDatos"_s);
+        ASSERT_EQ(host.cajas.size(), 1u);
+        EXPECT_EQ(host.cajas[0].text,
+                  u"El proceso de exportación de datos no puede realizarse porque existen registros "
+                  u"duplicados en la "
+                  "base de datos. Por favor, revise la lista de registros duplicados."_s);
+        EXPECT_EQ(host.cajas[0].buttons, forms::box::Critical);
+        EXPECT_EQ(host.cajas[0].title, u"Exportación de datos"_s);
+        host.cajas.clear();
+    }
+}
+
+TEST_F(Principal, PanelesAyudaYSalida) {
+    for (const QString& panel : {u"Messages"_s, u"Date"_s, u"Time"_s})
+        ventana().UserPanel(ventana().staStatusBar, panel);
+    EXPECT_EQ(host.ajustesDeFecha, 2);
+    elegir(u"mnuAyuda"_s);
+    EXPECT_EQ(host.ayudas.size(), 1);
+    EXPECT_EQ(ventana().pbVersion.Caption(), u"Versión 3.0"_s);
+
+    EXPECT_TRUE(termina([] { elegir(u"mnuSalir"_s); }));
+    EXPECT_FALSE(gConexion.IsOpen());
+}
+
+TEST_F(Principal, CerrarLaVentanaTermina) {
+    EXPECT_TRUE(termina([] { ventana().UserClose(); }));
+    EXPECT_FALSE(gConexion.IsOpen());
+    EXPECT_TRUE(host.cajas.empty());
+}
+
+}  // namespace
+}  // namespace tarmel
