@@ -8,35 +8,35 @@
 
 #include "platform/basic/Variant.h"
 
-/// The Access dialect on SQLite: a statement is lexed, its literals are lifted out, and the shape that is left is parsed,
-/// resolved against the schema and written as SQLite text. What is not understood is an error (RuntimeError with
-/// number -2147217900), never passed through.
+/// The Access dialect on SQLite: a statement is lexed, its literals are lifted out, and the shape that is
+/// left is parsed, resolved against the schema and written as SQLite text. What is not understood is an error
+/// (RuntimeError with number -2147217900), never passed through.
 namespace tarmel::access_sql {
 
 /// What a column holds. The declared types in the file are those that declaredType() gives.
 enum class Type {
     Unknown,
-    Boolean,   ///< -1 and 0
-    Byte,      ///< 0..255
-    Integer,   ///< 16 bit
-    Long,      ///< 32 bit
+    Boolean,  ///< -1 and 0
+    Byte,     ///< 0..255
+    Integer,  ///< 16 bit
+    Long,     ///< 32 bit
     Single,
     Double,
     Currency,
-    Decimal,   ///< up to 15 digits; stored as integer where scale is 0
-    Date,      ///< ISO text "yyyy-mm-dd hh:mm:ss"
-    Text,      ///< up to `width` characters
+    Decimal,  ///< up to 15 digits; stored as integer where scale is 0
+    Date,     ///< ISO text "yyyy-mm-dd hh:mm:ss"
+    Text,     ///< up to `width` characters
     Memo,
     Binary,
     Guid,
-    Counter,   ///< 32 bit, numbered by the file, never given twice
+    Counter,  ///< 32 bit, numbered by the file, never given twice
 };
 
 struct ColumnDef {
     QString name;
     Type type = Type::Unknown;
-    int width = 0;      ///< characters of Text, digits of Decimal
-    int scale = 0;      ///< decimals of Decimal
+    int width = 0;  ///< characters of Text, digits of Decimal
+    int scale = 0;  ///< decimals of Decimal
     bool notNull = false;
     std::optional<QString> defaultValue;  ///< as dialect text, e.g. "0" or "''"
 };
@@ -53,7 +53,7 @@ struct TableDef {
 
 /// Where names are looked up: the catalog of the open file.
 class Schema {
-   public:
+ public:
     virtual ~Schema() = default;
     /// Null when there is no such table or view. The pointer lives until the schema changes.
     [[nodiscard]] virtual const TableDef* table(QStringView name) const = 0;
@@ -72,12 +72,13 @@ struct Shape {
 struct Binding {
     enum class Source { Literal, Parameter } source = Source::Literal;
     int index = 0;  ///< of Shape::literals, or of the "?" marks from 0
-    /// Unknown: bound as it is. Otherwise the value is converted to this column type when it is bound; a value that
-    /// cannot be converted, or is too long for `width`, fails the statement and names `column`.
+    /// Unknown: bound as it is. Otherwise the value is converted to this column type when it is bound; a
+    /// value that cannot be converted, or is too long for `width`, fails the statement and names `column`.
     Type convertTo = Type::Unknown;
     int width = 0;
     int scale = 0;
-    bool storing = false;  ///< conversion for storing fails on what cannot be converted; for comparing it leaves the text
+    bool storing = false;  ///< conversion for storing fails on what cannot be converted; for comparing it
+                           ///< leaves the text
     QString column;
 };
 
@@ -113,8 +114,8 @@ struct DropConstraint {
 };
 struct CreateView {
     QString name;
-    QString dialectText;      ///< the SELECT as it was written
-    QByteArray sqliteText;    ///< plain SQLite, no function or collation of ours
+    QString dialectText;    ///< the SELECT as it was written
+    QByteArray sqliteText;  ///< plain SQLite, no function or collation of ours
     std::vector<OutputColumn> columns;
 };
 struct DropView {
@@ -131,20 +132,23 @@ struct Translation {
     Definition definition;              ///< of a Define
 };
 
-/// Translates a statement of the dialect. The translation serves every statement of the same shape (lift().key) until
-/// the schema changes; literals that belong to the shape (ORDER BY positions, TOP, heads of LIKE patterns, DDL, views)
-/// are part of the key.
+/// Translates a statement of the dialect. The translation serves every statement of the same shape
+/// (lift().key) until the schema changes; literals that belong to the shape (ORDER BY positions, TOP, heads
+/// of LIKE patterns, DDL, views) are part of the key.
 [[nodiscard]] Translation translate(const QString& sql, const Schema& schema);
 
-/// The type as it stands in a CREATE TABLE of the file, e.g. "VARCHAR(50) COLLATE NOCASE", and its CHECK, in SQLite.
+/// The type as it stands in a CREATE TABLE of the file, e.g. "VARCHAR(50) COLLATE NOCASE", and its CHECK, in
+/// SQLite.
 [[nodiscard]] QByteArray declaredType(const ColumnDef& column);
 [[nodiscard]] QByteArray columnCheck(const ColumnDef& column);
 [[nodiscard]] QByteArray quoted(QStringView name);  ///< "name" with its quotes doubled
 
-/// Converts a value for a column as storing does (see Binding::storing). Raises the statement error that names `column`.
+/// Converts a value for a column as storing does (see Binding::storing). Raises the statement error that
+/// names `column`.
 [[nodiscard]] basic::Variant convertForStoring(const basic::Variant& value, Type type, int width, int scale,
                                                const QString& column);
-/// Converts a literal for comparing with a column of the type: a text that reads as a number or date becomes one.
+/// Converts a literal for comparing with a column of the type: a text that reads as a number or date becomes
+/// one.
 [[nodiscard]] basic::Variant convertForComparing(const basic::Variant& value, Type type);
 
 [[nodiscard]] basic::RuntimeError statementError(const QString& description);
