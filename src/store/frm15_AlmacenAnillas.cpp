@@ -11,17 +11,13 @@
 #include "platform/forms/Host.h"
 #include "platform/forms/Pantallas.h"
 #include "store/AlmacenAnillas.h"
+#include "store/ModelosAnillas.h"
 
 using namespace Qt::StringLiterals;
 
 namespace tarmel {
 
 namespace {
-
-/// The models that the screen offers; the table of models may know more.
-const QStringList kModelos{u"0"_s, u"10"_s, u"11"_s, u"12"_s, u"1V"_s, u"2"_s, u"3"_s, u"3M"_s, u"4"_s,
-                           u"5"_s, u"6"_s,  u"7"_s,  u"8"_s,  u"9"_s,  u"A"_s, u"B"_s, u"C"_s,  u"D"_s,
-                           u"E"_s, u"F"_s,  u"G"_s,  u"K"_s,  u"L"_s,  u"P"_s, u"T"_s, u"V"_s,  u"Y"_s};
 
 const QStringList kTiposMovimiento{u"A.- Anillas recibidas"_s, u"D.- Devolución"_s,
                                    u"T.- Traspaso a otro grupo"_s};
@@ -122,7 +118,7 @@ void frm15_AlmacenAnillas::prepararEntrada() {
 void frm15_AlmacenAnillas::Load() {
     CentrarFormulario(*this);
     Modelo.AddItem(QString());
-    for (const QString& modelo : kModelos) {
+    for (const QString& modelo : modelosDeAnillas()) {
         Modelo.AddItem(modelo);
         cboModelo.AddItem(modelo);
     }
