@@ -122,7 +122,7 @@ TEST_P(RefusedTest, ChangesNothingAndNamesWhatWasRefused) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Statements, RefusedTest, ::testing::ValuesIn(kRefused),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(EsquemaTest, GivesTheDefaultsThatTheDispatchReads) {
     run(u"INSERT INTO ANIMAT (IdAnillador, CodigoAnillador, NombreAnillador) VALUES (-1, '123456', 'UNA')"_s);

@@ -211,11 +211,11 @@ int Engine::carryOut(Lease& lease) {
         define(lease.shape().translation.definition);
         return 0;
     }
-    if (lease.shape().translation.kind == Translation::Kind::Change) drainReaders();
+    const bool changes = lease.shape().translation.kind == Translation::Kind::Change;
+    if (changes) drainReaders();
     (void)next(lease);
-    const int changed = sqlite3_changes(handle());
     lease.release();
-    return changed;
+    return changes ? sqlite3_changes(handle()) : 0;
 }
 
 bool Engine::next(Lease& lease) {

@@ -69,7 +69,7 @@ TEST_P(BadFileTest, IsRefusedAndStaysAsItIs) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Opening, BadFileTest, ::testing::ValuesIn(kBadFiles),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& row) { return std::string(row.param.name); });
 
 class OpeningTest : public FolderTest {};
 

@@ -1,0 +1,417 @@
+// What the dialect and the recordset cost, each figure beside the same work in plain SQLite calls over the
+// same file in the same run: 10,000 statements of one shape, and a statement never seen before. With
+// synchronous=FULL the disk's wait hides the rest, so the ratios with OFF are the ones that count: at
+// most 1.5 for the loops, 3.0 for the unseen one.
+
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <map>
+#include <memory>
+
+#include "database/Esquema.h"
+#include "platform/ado/Connection.h"
+#include "platform/ado/Recordset.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using tarmel::ado::Connection;
+using tarmel::ado::Cursor;
+using tarmel::ado::Lock;
+using tarmel::ado::Recordset;
+
+constexpr int kStatements = 10000;
+constexpr int kSheets = 1000;
+constexpr int kCaptures = 20;  // of a sheet
+constexpr int kNewSheet = 500000;
+const char* const kSynchronous[] = {"OFF", "FULL"};
+
+QString ring(int n) {
+    return u"AC.."_s + QString::number(1000 + n % 9000);
+}
+
+// --- the statements, as the screens join them, and as plain SQLite has them
+// ------------------------------------------
+
+QString search(int n) {
+    return u"SELECT * FROM ANIAHO WHERE Anilla='"_s + ring(n) +
+           u"' AND TipoRegistro='A' AND CodigoCentro='ESI'"_s;
+}
+constexpr const char* kSearch =
+    "SELECT * FROM ANIAHO WHERE Anilla=?1 AND TipoRegistro=?2 AND CodigoCentro=?3";
+
+QString renumber(int n) {
+    return u"UPDATE ANIAHO SET NumRegistro="_s + QString::number(n % kCaptures + 1) +
+           u" WHERE IdCabecera ="_s + QString::number(n % kSheets + 1) + u" AND NumRegistro="_s +
+           QString::number(n % kCaptures + 1);
+}
+constexpr const char* kRenumber = "UPDATE ANIAHO SET NumRegistro=?1 WHERE IdCabecera=?2 AND NumRegistro=?3";
+
+constexpr const char16_t* kColumns =
+    u"IdCabecera,NumRegistro,TipoRegistro,CodigoCentro,NumeroAnilla,InfoAnilla,AnillaSustituida,IdEspecie,"
+    u"CodigoEdad,"
+    "TamañoNidada,CodigoSexo,CodigoManipulacion,CodigoTransporte,CodigoCircunstancia,CodigoCondicion,Ala,F8,"
+    "Peso,Tarso,"
+    "CodigoPlaca,CodigoGrasa,CodigoMusculo,HoraCaptura,PrecisionFecha,CodigoEstado,CodigoEstatus,CodigoMuda,"
+    "CodigoReclamo,"
+    "IniAnillador,Parentesco,Observaciones,Dato1,Dato2,Dato3,Anilla,Dato4,Dato5,Dato6,CodigoEspecie";
+constexpr int kColumnCount = 39;
+
+QString insertion(int sheet, int number, int n) {
+    const QString id = QString::number(sheet);
+    const QString num = QString::number(number);
+    return u"INSERT INTO ANIAHO ("_s + QString::fromUtf16(kColumns) + u") VALUES ('"_s + id + u"','"_s + num +
+           u"','A','ESI','AC"_s + QString::number(1000 + n % 9000) +
+           u"','2','','70','4','--','M','N','0','20','8','85,5','62','18,25','23,1','9','3','2','7:30','0','"
+           u"B','U','2','N',"
+           "'BMI','','Sin novedad','','','','"_s +
+           ring(n) + u"','','','','12440')"_s;
+}
+
+// --- plain SQLite
+// ------------------------------------------------------------------------------------------------------
+
+class Plain {
+ public:
+    Plain(const QString& path, const char* synchronous) {
+        sqlite3_open_v2(path.toUtf8().constData(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
+                        nullptr);
+        run("PRAGMA journal_mode=WAL");
+        run("PRAGMA foreign_keys=ON; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-16000");
+        run(QByteArray("PRAGMA synchronous=") + synchronous);
+    }
+    ~Plain() {
+        for (sqlite3_stmt* statement : statements_)
+            sqlite3_finalize(statement);
+        run("PRAGMA wal_checkpoint(TRUNCATE)");
+        sqlite3_close(db_);
+    }
+    Plain(const Plain&) = delete;
+    Plain& operator=(const Plain&) = delete;
+
+    void run(const QByteArray& sql) { sqlite3_exec(db_, sql.constData(), nullptr, nullptr, nullptr); }
+    sqlite3_stmt* prepare(const QByteArray& sql) {
+        statements_.push_back(nullptr);
+        if (sqlite3_prepare_v3(db_, sql.constData(), -1, SQLITE_PREPARE_PERSISTENT, &statements_.back(),
+                               nullptr)) {
+            std::fprintf(stderr, "%s\n", sqlite3_errmsg(db_));
+            std::exit(1);
+        }
+        return statements_.back();
+    }
+    void drop() {
+        sqlite3_finalize(statements_.back());
+        statements_.pop_back();
+    }
+    void step(sqlite3_stmt* statement) {
+        if (sqlite3_step(statement) != SQLITE_DONE) {
+            std::fprintf(stderr, "%s\n", sqlite3_errmsg(db_));
+            std::exit(1);
+        }
+        sqlite3_reset(statement);
+    }
+
+ private:
+    sqlite3* db_ = nullptr;
+    std::vector<sqlite3_stmt*> statements_;
+};
+
+void bind(sqlite3_stmt* statement, int place, const QString& text) {
+    const QByteArray utf8 = text.toUtf8();
+    sqlite3_bind_text(statement, place, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
+}
+
+/// All fields of all rows, as text.
+qsizetype readAll(sqlite3_stmt* statement) {
+    qsizetype characters = 0;
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+        for (int c = 0, end = sqlite3_column_count(statement); c < end; ++c) {
+            characters += QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, c)),
+                                            sqlite3_column_bytes(statement, c))
+                              .size();
+        }
+    }
+    sqlite3_reset(statement);
+    return characters;
+}
+
+qsizetype readAll(Recordset& rs) {
+    qsizetype characters = 0;
+    for (const int end = rs.FieldCount(); !rs.Eof(); rs.MoveNext()) {
+        for (int c = 0; c < end; ++c)
+            characters += rs.Text(c).size();
+    }
+    return characters;
+}
+
+// --- the file
+// ----------------------------------------------------------------------------------------------------------
+
+QString base() {
+    static const QTemporaryDir folder(QDir::current().filePath(u"bench-XXXXXX"_s));
+    static const QString path = [] {
+        const QString file = folder.filePath(u"Tarmel_11.mdb"_s);
+        Connection connection;
+        connection.OpenFile(file, true);
+        tarmel::crearEsquema(connection);
+        Connection::Batch batch(connection);
+        connection.Execute(u"INSERT INTO ICASEX VALUES ('M', 'Macho')"_s);
+        connection.Execute(
+            u"INSERT INTO ANIBRD (IdEspecie, CodigoEspecie, NombreEspecie) VALUES (70, '12440', 'A')"_s);
+        for (int n = 0; n < kSheets * kCaptures; ++n) {
+            connection.Execute(insertion(n / kCaptures + 1, n % kCaptures + 1, n));
+        }
+        batch.commit();
+        return file;
+    }();
+    return path;
+}
+
+struct Ours {
+    explicit Ours(const char* synchronous) {
+        connection.OpenFile(base());
+        connection.ExecutePlain(QByteArray("PRAGMA synchronous=") + synchronous);
+    }
+    Connection connection;
+};
+
+// --- the figures
+// -------------------------------------------------------------------------------------------------------
+
+using Figure = void (*)(benchmark::State&, const char*);
+
+void searchOurs(benchmark::State& state, const char* synchronous) {
+    Ours ours(synchronous);
+    for (auto _ : state) {
+        for (int n = 0; n < kStatements; ++n) {
+            Recordset rs;
+            rs.Open(search(n), ours.connection, Cursor::Keyset, Lock::Optimistic);
+            benchmark::DoNotOptimize(readAll(rs));
+        }
+    }
+}
+
+void searchPlain(benchmark::State& state, const char* synchronous) {
+    Plain plain(base(), synchronous);
+    sqlite3_stmt* statement = plain.prepare(kSearch);
+    for (auto _ : state) {
+        for (int n = 0; n < kStatements; ++n) {
+            bind(statement, 1, ring(n));
+            bind(statement, 2, u"A"_s);
+            bind(statement, 3, u"ESI"_s);
+            benchmark::DoNotOptimize(readAll(statement));
+        }
+    }
+}
+
+void updateOurs(benchmark::State& state, const char* synchronous) {
+    Ours ours(synchronous);
+    for (auto _ : state) {
+        for (int n = 0; n < kStatements; ++n)
+            ours.connection.Execute(renumber(n));
+    }
+}
+
+void updatePlain(benchmark::State& state, const char* synchronous) {
+    Plain plain(base(), synchronous);
+    sqlite3_stmt* statement = plain.prepare(kRenumber);
+    for (auto _ : state) {
+        for (int n = 0; n < kStatements; ++n) {
+            sqlite3_bind_int(statement, 1, n % kCaptures + 1);
+            sqlite3_bind_int(statement, 2, n % kSheets + 1);
+            sqlite3_bind_int(statement, 3, n % kCaptures + 1);
+            plain.step(statement);
+        }
+    }
+}
+
+void insertOurs(benchmark::State& state, const char* synchronous) {
+    Ours ours(synchronous);
+    for (auto _ : state) {
+        for (int n = 0; n < kStatements; ++n)
+            ours.connection.Execute(insertion(kNewSheet, n + 1, n));
+        state.PauseTiming();
+        ours.connection.Execute(u"DELETE FROM ANIAHO WHERE IdCabecera = %1"_s.arg(kNewSheet));
+        state.ResumeTiming();
+    }
+}
+
+void insertPlain(benchmark::State& state, const char* synchronous) {
+    Plain plain(base(), synchronous);
+    QByteArray sql = "INSERT INTO ANIAHO (" + QString::fromUtf16(kColumns).toUtf8() + ") VALUES (?";
+    for (int c = 1; c < kColumnCount; ++c)
+        sql += ",?";
+    sqlite3_stmt* statement = plain.prepare(sql + ")");
+    static constexpr const char* kTexts[] = {nullptr,
+                                             nullptr,
+                                             "A",
+                                             "ESI",
+                                             nullptr,
+                                             "2",
+                                             "",
+                                             nullptr,
+                                             "4",
+                                             "--",
+                                             "M",
+                                             "N",
+                                             "0",
+                                             "20",
+                                             "8",
+                                             nullptr,
+                                             nullptr,
+                                             nullptr,
+                                             nullptr,
+                                             "9",
+                                             "3",
+                                             "2",
+                                             "1899-12-30 07:30:00",
+                                             "0",
+                                             "B",
+                                             "U",
+                                             nullptr,
+                                             "N",
+                                             "BMI",
+                                             "",
+                                             "Sin novedad",
+                                             "",
+                                             "",
+                                             "",
+                                             nullptr,
+                                             "",
+                                             "",
+                                             "",
+                                             "12440"};
+    for (auto _ : state) {
+        for (int n = 0; n < kStatements; ++n) {
+            for (int c = 0; c < kColumnCount; ++c) {
+                if (kTexts[c]) sqlite3_bind_text(statement, c + 1, kTexts[c], -1, SQLITE_TRANSIENT);
+            }
+            sqlite3_bind_int(statement, 1, kNewSheet);
+            sqlite3_bind_int(statement, 2, n + 1);
+            bind(statement, 5, u"AC"_s + QString::number(1000 + n % 9000));
+            sqlite3_bind_int(statement, 8, 70);
+            sqlite3_bind_double(statement, 16, 85.5);
+            sqlite3_bind_double(statement, 17, 62);
+            sqlite3_bind_double(statement, 18, 18.25);
+            sqlite3_bind_double(statement, 19, 23.1);
+            sqlite3_bind_int(statement, 27, 2);
+            bind(statement, 35, ring(n));
+            plain.step(statement);
+        }
+        state.PauseTiming();
+        plain.run("DELETE FROM ANIAHO WHERE IdCabecera = 500000");
+        state.ResumeTiming();
+    }
+}
+
+/// Another column name makes another shape.
+int unseen = 0;
+
+void unseenOurs(benchmark::State& state, const char* synchronous) {
+    Ours ours(synchronous);
+    for (auto _ : state) {
+        const QString name = u"A%1"_s.arg(++unseen);
+        Recordset rs;
+        rs.Open(u"SELECT ANIAHO.Anilla AS "_s + name +
+                    u", ANIAHO.NumRegistro, ANIBRD.NombreEspecie FROM ANIAHO INNER JOIN ANIBRD ON "
+                    u"ANIAHO.IdEspecie = "
+                    "ANIBRD.IdEspecie WHERE ANIAHO.IdCabecera = 7 AND ANIAHO.TipoRegistro = 'A' AND "
+                    "ANIAHO.NumRegistro = 3 "
+                    "ORDER BY ANIAHO.NumRegistro"_s,
+                ours.connection, Cursor::Keyset, Lock::Optimistic);
+        benchmark::DoNotOptimize(readAll(rs));
+    }
+}
+
+void unseenPlain(benchmark::State& state, const char* synchronous) {
+    Plain plain(base(), synchronous);
+    for (auto _ : state) {
+        sqlite3_stmt* statement = plain.prepare(
+            "SELECT ANIAHO.Anilla AS A" + QByteArray::number(++unseen) +
+            ", ANIAHO.NumRegistro, ANIBRD.NombreEspecie FROM ANIAHO INNER JOIN ANIBRD ON ANIAHO.IdEspecie = "
+            "ANIBRD.IdEspecie WHERE ANIAHO.IdCabecera = ?1 AND ANIAHO.TipoRegistro = ?2 AND "
+            "ANIAHO.NumRegistro = ?3 "
+            "ORDER BY ANIAHO.NumRegistro");
+        sqlite3_bind_int(statement, 1, 7);
+        bind(statement, 2, u"A"_s);
+        sqlite3_bind_int(statement, 3, 3);
+        benchmark::DoNotOptimize(readAll(statement));
+        plain.drop();
+    }
+}
+
+struct Pair {
+    const char* name;
+    Figure ours;
+    Figure plain;
+    double bar;
+};
+
+constexpr Pair kPairs[] = {
+    {"10000_searches", searchOurs, searchPlain, 1.5},
+    {"10000_updates", updateOurs, updatePlain, 1.5},
+    {"10000_insertions", insertOurs, insertPlain, 1.5},
+    {"unseen_statement", unseenOurs, unseenPlain, 3.0},
+};
+
+/// Prints as usual and keeps the medians, from which the ratios come.
+class Ratios : public benchmark::ConsoleReporter {
+ public:
+    void ReportRuns(const std::vector<Run>& runs) override {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& run : runs) {
+            if (run.aggregate_name == "median")
+                medians_[run.run_name.function_name] = run.GetAdjustedRealTime();
+        }
+    }
+    void print() const {
+        std::printf("\n%-24s %-5s %8s %6s\n", "ours / plain SQLite", "sync", "ratio", "bar");
+        for (const Pair& pair : kPairs) {
+            for (const char* synchronous : kSynchronous) {
+                const std::string name = std::string(pair.name) + "/" + synchronous;
+                const auto ours = medians_.find(name + "/ours");
+                const auto plain = medians_.find(name + "/plain");
+                if (ours == medians_.end() || plain == medians_.end()) continue;
+                const bool counts = std::string_view(synchronous) == "OFF";
+                std::printf("%-24s %-5s %8.2f %6s\n", pair.name, synchronous, ours->second / plain->second,
+                            counts ? std::to_string(pair.bar).substr(0, 3).c_str() : "-");
+            }
+        }
+    }
+
+ private:
+    std::map<std::string, double> medians_;
+};
+
+void registerFigures() {
+    for (const Pair& pair : kPairs) {
+        for (const char* synchronous : kSynchronous) {
+            const std::string name = std::string(pair.name) + "/" + synchronous;
+            for (const auto& [who, figure] : {std::pair{"/ours", pair.ours}, {"/plain", pair.plain}}) {
+                benchmark::RegisterBenchmark(
+                    (name + who).c_str(),
+                    [figure = figure, synchronous](benchmark::State& state) { figure(state, synchronous); })
+                    ->Unit(benchmark::kMillisecond)
+                    ->UseRealTime()
+                    ->Repetitions(5)
+                    ->ReportAggregatesOnly(true);
+            }
+        }
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    registerFigures();
+    Ratios ratios;
+    benchmark::RunSpecifiedBenchmarks(&ratios);
+    ratios.print();
+    return 0;
+}
