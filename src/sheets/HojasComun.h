@@ -1,33 +1,46 @@
 #pragma once
 
 #include <QString>
+#include <vector>
 
+#include "engine/CargarListaGenerica.h"
+#include "platform/ado/Recordset.h"
 #include "platform/basic/Date.h"
 #include "platform/forms/Controls.h"
 #include "platform/forms/Form.h"
 
-/// What the field-sheet screen and the capture screen share: key filters, list rows and their sort, the
-/// status text.
+/// What the field-sheet screen and the capture screen share: list rows and their sort, key filters, measures.
 namespace tarmel {
 
 /// Width of the first column of both lists, filled up with blanks so that numbers sort as text.
 inline constexpr int kAnchoRelleno = 7;
 [[nodiscard]] QString Rellenar(const QString& texto);
 
+/// A column of a list, and the control whose value a row shows that is added after a save. Without one the
+/// screen works the value out.
+struct ColumnaDePantalla {
+    QString titulo;
+    int ancho = 0;
+    QString campo;
+    QString control;
+};
+[[nodiscard]] std::vector<ColumnaLista> ColumnasDeLista(const std::vector<ColumnaDePantalla>& columnas);
+[[nodiscard]] std::vector<QString> FilaDeControles(const forms::Form& formulario,
+                                                   const std::vector<ColumnaDePantalla>& columnas);
+
+/// A place as the combo of the sheet screen shows it, from a row of ANILOC with its three columns.
+[[nodiscard]] QString TextoDeLocalidad(const ado::Recordset& lugar);
+
 /// The days from the first of January 1900: the hidden column by which a list sorts its dates.
 [[nodiscard]] QString DiasDesde1900(basic::Date fecha);
 
-/// The code in a combo's text; empty when nothing is chosen.
+/// The part of a combo's text in front of the separator; empty when nothing is chosen.
 [[nodiscard]] QString CodigoDeCombo(const forms::ComboBox& combo);
-/// A control's value as a list row shows it: text, code, caption, date or time.
-[[nodiscard]] QString ValorParaLista(const forms::Control& control);
 
 /// A click on a head: sorts by that column, by the hidden one beside it where the head speaks of a "Fecha".
 /// Each click in the program turns the direction round, whatever list and column it meets.
 void OrdenarPorColumna(forms::ListView& lista, int columnaDesde1);
 
-/// Enter moves on like Tab; lists and buttons keep their own meaning of it.
-void EnterComoTab(forms::Form& formulario, int& caracter);
 /// Before a command key acts: the field in which it was pressed ends its entry, as it would before a click.
 void TerminarCampoActivo(const forms::Form& formulario);
 
@@ -36,11 +49,17 @@ void RechazarSeparadores(int& tecla);
 /// Lets through what stands on a ring: digits, letters and Backspace.
 void SoloTeclasDeAnilla(int& tecla);
 /// Lets through a number with one decimal comma; "." becomes ",".
-void TeclaDeMedida(const forms::TextBox& medida, int& tecla);
+void SoloTeclasDeMedida(const forms::TextBox& medida, int& tecla);
 /// Gives a measure without decimals its ",0".
 void CompletarMedida(forms::TextBox& medida, int decimales);
 
-/// Writes to the "Messages" panel of the main window, if it is there.
-void MostrarEstado(const QString& texto);
+/// What a control says beside its caption: the name that a screen reader speaks, and the hint under the
+/// pointer.
+struct Descripcion {
+    forms::Control* control;
+    QString nombre;
+    QString ayuda = {};
+};
+void DescribirControles(const std::vector<Descripcion>& descripciones);
 
 }  // namespace tarmel

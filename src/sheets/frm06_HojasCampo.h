@@ -11,8 +11,11 @@
 
 namespace tarmel {
 
-/// The screen of the field sheets: a list of them, and over its place the fields of one sheet, to read,
-/// change or enter.
+/// The screen of the field sheets: a list of them, and in its place the fields of one sheet, to read, change
+/// or enter.
+///
+/// frm06_HojasCampo.cpp  life of the screen, states, keys
+/// frm06_Ordenes.cpp     looking up, commands, the list
 class frm06_HojasCampo : public forms::Form {
  public:
     static inline const QString kName = QStringLiteral("frm06_HojasCampo");
@@ -77,7 +80,6 @@ class frm06_HojasCampo : public forms::Form {
     PanelOtrosDatos otrosDatos{*this};
 
     // --- Commands and events
-    // -------------------------------------------------------------------------------------
     void cmdNuevo_Click();
     void cmdGrabar_Click();
     void cmdModificar_Click();
@@ -121,7 +123,7 @@ class frm06_HojasCampo : public forms::Form {
 
     [[nodiscard]] bool usaRedes() const;
     [[nodiscard]] bool faltanDatos();
-    [[nodiscard]] bool esAjena(const basic::Variant& codAnillador, const basic::Variant& anillador) const;
+    [[nodiscard]] bool esAjena() const;
     bool grabarCambio();
     bool grabarNueva();
 

@@ -101,8 +101,10 @@ class frm07_DetallesHojasCampo : public forms::Form {
     forms::ListView lstDetallesCabecerasHoja{*this, QStringLiteral("lstDetallesCabecerasHoja")};
     PanelOtrosDatos otrosDatos{*this};
 
+    /// Takes over the sheet whose captures are to be shown, with its date and place from the database.
+    void TomarHoja(const QString& idCabecera, const QString& numHoja);
+
     // --- Commands and events
-    // -------------------------------------------------------------------------------------
     void cmdNuevo_Click();
     void cmdGrabar_Click();
     void cmdModificar_Click();
@@ -143,7 +145,6 @@ class frm07_DetallesHojasCampo : public forms::Form {
     [[nodiscard]] std::vector<clsClassMantenimientos::Campo> camposCaptura();
     void llenarCombos();
     void mostrarSesion();
-    void tomarHojaDeSuPantalla();
 
     // States of the fields.
     void estadoVacio();
@@ -153,46 +154,52 @@ class frm07_DetallesHojasCampo : public forms::Form {
     void colorearObligatorios();
 
     // Fields.
-    void enlazarEspecies(const QString& sql);
+    void enlazarEspecies(const QString& condicion);
     void elegirEspecie(const QString& especie);
+    void tomarHojaDeLaLista();
     void ponerPredeterminados();
     void usarCondicion(bool usar);
+    void tipoAnillamiento();
+    void tipoRecuperacion();
     void medida_LostFocus(forms::TextBox& medida, int decimales);
-    void gradoMuda_LostFocus(const forms::ComboBox& combo);
+    void reserva_LostFocus(const forms::ComboBox& combo);
     void prepararSiguiente();
     void prepararTrasAnillamiento();
     void prepararTrasRecuperacion();
 
     // Saving.
+    [[nodiscard]] bool esAnillamiento() const;
+    [[nodiscard]] bool esRecuperacion() const;
     [[nodiscard]] bool anillaAdmitida();
     void avisarAutocontrol();
     [[nodiscard]] bool faltanDatosDelTipo();
     [[nodiscard]] bool estaDuplicada();
     void rechazarDuplicada(const QString& comienzo);
-    void ExisteAnillamiento(const QString& centro, const QString& anilla, bool& existe);
+    void ExisteAnillamiento(const QString& centro, const QString& anilla, bool& existe) const;
     void ExisteRecuperacion(const QString& centro, const QString& anilla, const QString& fecha,
-                            const QString& hora, bool& existe);
-    void ExisteAnillamientoAutocontrol(const QString& centro, const QString& anilla, bool& existe);
+                            const QString& hora, bool& existe) const;
+    void ExisteAnillamientoAutocontrol(const QString& centro, const QString& anilla, bool& existe) const;
     void AnillamientoMismaEspecie(const QString& centro, const QString& anilla, const QString& codigoEspecie,
-                                  bool& existe);
+                                  bool& existe) const;
     [[nodiscard]] bool almacenar();
     [[nodiscard]] bool grabarCambio();
     [[nodiscard]] bool grabarNueva();
-    [[nodiscard]] bool esAnillamiento() const;
-    [[nodiscard]] bool esRecuperacion() const;
 
     // Lists.
     [[nodiscard]] QString sqlDeLaLista() const;
+    void prepararLista();
     void prepararListaVacia();
     void ponerListaDelante(bool delante);
     void cubrirConLaLista();
+    [[nodiscard]] bool enListado() const;
     void tomarHojaDeLaFila();
+    void mostrarSegunTipo();
     void agregarFila();
     void quitarFila(const QString& numRegistro);
 
     clsClassMantenimientos mantenimiento_;
     bool cargandoLista_ = false;  ///< cleared to stop the filling of the list
-    bool cargaActiva_ = false;    ///< the list is being filled
+    int activaciones_ = 0;        ///< tells a filling that another one has begun since
 };
 
 }  // namespace tarmel
