@@ -9,7 +9,7 @@ namespace tarmel::forms {
 template <typename Action>
 void Form::act(Action&& action) {
     runAction([&] {
-        if (gone_ || pantallas().isBlocked(*this)) return;
+        if (gone_ || pantallas().IsBlocked(*this)) return;
         action();
         settleFocus();
     });

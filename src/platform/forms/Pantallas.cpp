@@ -139,7 +139,7 @@ void Pantallas::runModal(Form& form) {
     host().RunModal(form);
 }
 
-bool Pantallas::isBlocked(const Form& form) const {
+bool Pantallas::IsBlocked(const Form& form) const {
     const Form* modal = state_->levels.back().modal;
     if (!modal || modal == &form || !modal->IsShown()) return false;
     for (const Form* shown : state_->shown) {

@@ -30,6 +30,8 @@ class Pantallas {
     /// The screen in front, null when none is shown. The frame window counts only while nothing else is
     /// shown.
     [[nodiscard]] Form* Active() const;
+    /// A modal form lies over this one: its user cannot reach it.
+    [[nodiscard]] bool IsBlocked(const Form& form) const;
     /// Forgets every screen and factory, with no event: between programs that follow each other in one
     /// process.
     void Reset();
@@ -58,8 +60,6 @@ class Pantallas {
     void forget(Form& form);
     void runModal(Form& form);
     void settle();
-    /// A modal form lies over this one.
-    [[nodiscard]] bool isBlocked(const Form& form) const;
     std::unique_ptr<State> state_;
 };
 

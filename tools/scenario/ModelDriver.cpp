@@ -1,0 +1,131 @@
+#include "scenario/ModelDriver.h"
+
+#include <utility>
+
+#include "core/DefinicionesGlobales.h"
+#include "core/General.h"
+#include "platform/forms/Pantallas.h"
+
+namespace tarmel::scenario {
+
+ModelDriver::ModelDriver(Runner& runner, QString applicationFolder)
+    : runner_(runner), folder_(std::move(applicationFolder)) {
+    forms::setHost(this);
+}
+
+ModelDriver::~ModelDriver() {
+    forgetProgram();
+    forms::setHost(nullptr);
+}
+
+/// What a process that ends leaves behind in memory: nothing.
+void ModelDriver::forgetProgram() {
+    forms::pantallas().Reset();
+    reiniciarSesion();
+}
+
+/// The end of the program unwinds to the outermost action, from where the next line of the scenario goes on.
+void ModelDriver::guard(const std::function<void()>& action) {
+    ++depth_;
+    try {
+        action();
+        --depth_;
+    } catch (const forms::ProgramEnd&) {
+        --depth_;
+        if (depth_ > 0) throw;
+        ended_ = true;
+        forgetProgram();
+    } catch (...) {
+        --depth_;
+        throw;
+    }
+}
+
+void ModelDriver::start() {
+    ended_ = false;
+    guard([] { Main(); });
+}
+
+void ModelDriver::abandon() {
+    if (depth_ > 0) throw forms::ProgramEnd{};
+    ended_ = true;
+    forgetProgram();
+}
+
+void ModelDriver::EndProgram() {
+    throw forms::ProgramEnd{};
+}
+
+void ModelDriver::RunModal(forms::Form& form) {
+    runner_.modalRuns(form);
+}
+
+void ModelDriver::bringForward(forms::Form& form) {
+    guard([&] { form.UserActivate(); });
+}
+
+void ModelDriver::goTo(forms::Control& control) {
+    guard([&] { control.form().UserGoTo(control); });
+}
+
+void ModelDriver::typeChar(forms::Form& form, QChar character) {
+    guard([&] { form.UserChar(character); });
+}
+
+void ModelDriver::pressKey(forms::Form& form, int key, bool shift) {
+    guard([&] { form.UserKey(key, shift); });
+}
+
+void ModelDriver::cursorToEnd(forms::TextBox& box) {
+    box.form().UserSelectText(box, static_cast<int>(box.Text().size()), 0);
+}
+
+void ModelDriver::selectAll(forms::TextBox& box) {
+    box.form().UserSelectText(box, 0, static_cast<int>(box.Text().size()));
+}
+
+void ModelDriver::click(forms::Control& control) {
+    guard([&] { control.form().UserClick(control); });
+}
+
+void ModelDriver::choose(forms::ComboBox& combo, int index) {
+    guard([&] { combo.form().UserChoose(combo, index); });
+}
+
+void ModelDriver::setDate(forms::DatePicker& picker, basic::Date date) {
+    guard([&] { picker.form().UserSetDate(picker, date); });
+}
+
+void ModelDriver::clickRow(forms::ListView& list, int row) {
+    guard([&] { list.form().UserSelectRow(list, row); });
+}
+
+void ModelDriver::doubleClickRow(forms::ListView& list, int row) {
+    guard([&] { list.form().UserDoubleClickRow(list, row); });
+}
+
+void ModelDriver::clickColumn(forms::ListView& list, int columnFrom1) {
+    guard([&] { list.form().UserColumnClick(list, columnFrom1); });
+}
+
+void ModelDriver::selectTab(forms::TabStrip& strip, int index) {
+    guard([&] { strip.form().UserSelectTab(strip, index); });
+}
+
+void ModelDriver::clickMenu(forms::MenuItem& item) {
+    guard([&] { item.form().UserClick(item); });
+}
+
+void ModelDriver::clickTool(forms::Toolbar& bar, const QString& key) {
+    guard([&] { bar.form().UserToolbar(bar, key); });
+}
+
+void ModelDriver::clickPanel(forms::StatusBar& bar, const QString& key) {
+    guard([&] { bar.form().UserPanel(bar, key); });
+}
+
+void ModelDriver::close(forms::Form& form) {
+    guard([&] { form.UserClose(); });
+}
+
+}  // namespace tarmel::scenario
