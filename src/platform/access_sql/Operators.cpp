@@ -48,7 +48,7 @@ const OperatorFacts& factsOf(Operator op) {
 
 const OperatorFacts* binaryOperator(const Token& token) {
     for (const OperatorFacts& facts : kOperators) {
-        if (facts.token != token.kind || facts.op == Operator::Not) continue;
+        if (facts.token != token.kind || facts.op == Operator::Not || facts.op == Operator::Negate) continue;
         if (token.kind != TokenKind::Name) return &facts;
         if (!token.bracketed && facts.word.compare(token.text, Qt::CaseInsensitive) == 0) return &facts;
     }
