@@ -150,8 +150,10 @@ void clsClassMantenimientos::BorrarDatosControles() {
                 como<forms::TextBox>(*control).SetText(QString());
                 break;
             case Kind::ComboBox:
-            case Kind::DataCombo:
                 como<forms::ComboBox>(*control).SetListIndex(-1);
+                break;
+            case Kind::DataCombo:
+                como<forms::DataCombo>(*control).SetText(QString());
                 break;
             case Kind::DatePicker:
                 ponerHoy(como<forms::DatePicker>(*control));

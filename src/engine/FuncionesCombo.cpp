@@ -34,7 +34,10 @@ void SeleccionarEnCombo(forms::ComboBox& combo, const QString& texto) {
 void SeleccionarEnDataCombo(forms::DataCombo& combo, const QString& texto) {
     combo.SetFocus();
     // The text stands for keys typed into the combo: without any, nothing is searched for.
-    if (!texto.isEmpty()) combo.SetListIndex(combo.Find(texto));
+    if (texto.isEmpty()) return;
+    const int elemento = combo.Find(texto);
+    if (elemento < 0) return combo.SetText(QString());
+    combo.SetListIndex(elemento);
 }
 
 void CopiarCombo(forms::ComboBox& origen, forms::ComboBox& destino) {

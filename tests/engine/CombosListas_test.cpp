@@ -103,7 +103,9 @@ TEST_F(Combos, ElDeDatosSeEnlazaYSeBusca) {
     EXPECT_EQ(especies.BoundText(), u"8"_s);
     SeleccionarEnDataCombo(especies, u""_s);
     EXPECT_EQ(especies.BoundText(), u"8"_s) << "no key, no search";
+    especies.SetText(u"Otra especie"_s);
     SeleccionarEnDataCombo(especies, u"bubx"_s);
+    EXPECT_EQ(especies.Text(), u""_s);
     EXPECT_EQ(especies.BoundText(), u""_s);
 }
 

@@ -131,7 +131,7 @@ TEST_F(Controles, BorrarVaciaCadaClase) {
     formulario.lblId.SetCaption(u"17"_s);
     formulario.txtCodigo.SetText(u"a"_s);
     formulario.cboEdad.SetListIndex(1);
-    formulario.dbcboEspecie.SetListIndex(1);
+    formulario.dbcboEspecie.SetText(u"Otra especie"_s);
     formulario.dtpFecha.SetValue(basic::Date::of(2010, 3, 5));
     formulario.dtpHora.SetValue(basic::Date::timeOfDay(7, 5));
     std::vector<Campo> campos;
@@ -140,7 +140,7 @@ TEST_F(Controles, BorrarVaciaCadaClase) {
     m.Describir(campos);
     m.BorrarDatosControles();
     EXPECT_EQ(formulario.lblId.Caption() + formulario.txtCodigo.Text() + formulario.cboEdad.Text(), u""_s);
-    EXPECT_EQ(formulario.dbcboEspecie.ListIndex(), -1);
+    EXPECT_EQ(formulario.dbcboEspecie.Text(), u""_s);
     EXPECT_EQ(formulario.dtpFecha.Value(), basic::Date::today());
     EXPECT_EQ(formulario.dtpHora.Text(), u"00:00"_s);
 }
