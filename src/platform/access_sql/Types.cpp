@@ -207,7 +207,7 @@ QByteArray columnCheck(const ColumnDef& column) {
             return name + " IS NULL OR (" + name +
                    " GLOB '[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9] [0-9][0-9]:[0-9][0-9]:[0-9][0-9]' AND "
                    "datetime(" +
-                   name + ") IS " + name + ")";
+                   name + ", '+0 days') IS " + name + ")";
         case Type::Text:
             return name + " IS NULL OR (typeof(" + name + ") = 'text' AND length(" + name + ") <= " + width +
                    ")";
