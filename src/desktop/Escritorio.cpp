@@ -1,0 +1,455 @@
+#include "desktop/Escritorio.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QScreen>
+#include <QStandardPaths>
+#include <QThread>
+#include <QTimer>
+#include <QWindow>
+#include <algorithm>
+
+#include "desktop/BarBindings.h"
+#include "desktop/FormView.h"
+#include "desktop/FrameWindow.h"
+#include "desktop/HelpWindow.h"
+#include "desktop/Views.h"
+#include "platform/basic/RuntimeError.h"
+#include "platform/forms/Pantallas.h"
+#include "platform/system/SingleInstance.h"
+
+namespace tarmel::desktop {
+
+namespace box = forms::box;
+
+namespace {
+
+/// A list that fills lets the events run after each row: this often is enough for the hand and the eye.
+constexpr int kEventsInterval = 15;  // milliseconds
+
+struct Answer {
+    QMessageBox::StandardButton button;
+    int value;
+    const char* text;
+};
+
+constexpr Answer kAnswers[] = {
+    {QMessageBox::Ok, box::AnswerOK, "Aceptar"},
+    {QMessageBox::Cancel, box::AnswerCancel, "Cancelar"},
+    {QMessageBox::Yes, box::AnswerYes, "&Sí"},
+    {QMessageBox::No, box::AnswerNo, "&No"},
+};
+
+const Answer& answerOf(int value) {
+    return *std::find_if(std::begin(kAnswers), std::end(kAnswers) - 1,
+                         [&](const Answer& a) { return a.value == value; });
+}
+
+/// The answers a box offers, in the order of its buttons.
+std::vector<int> answersOffered(int buttons) {
+    switch (buttons & 0xF) {
+        case box::OKCancel:
+            return {box::AnswerOK, box::AnswerCancel};
+        case box::YesNo:
+            return {box::AnswerYes, box::AnswerNo};
+        default:
+            return {box::AnswerOK};
+    }
+}
+
+int defaultAnswer(int buttons) {
+    const std::vector<int> offered = answersOffered(buttons);
+    return (buttons & box::DefaultButton2) && offered.size() > 1 ? offered[1] : offered[0];
+}
+
+QMessageBox::Icon iconOf(int buttons) {
+    switch (buttons & 0xF0) {
+        case box::Critical:
+            return QMessageBox::Critical;
+        case box::Question:
+            return QMessageBox::Question;
+        case box::Exclamation:
+            return QMessageBox::Warning;
+        case box::Information:
+            return QMessageBox::Information;
+        default:
+            return QMessageBox::NoIcon;
+    }
+}
+
+/// Line ends as the toolkit wants them.
+QString shownText(QString text) {
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    text.replace(u'\r', u'\n');
+    return text;
+}
+
+/// "Text|*.zip|Todos|*.*" to the toolkit's "Text (*.zip);;Todos (*.*)".
+QString fileFilters(const QString& filter) {
+    const QStringList parts = filter.split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        filters << QStringLiteral("%1 (%2)").arg(parts.at(i), QString(parts.at(i + 1)).replace(u';', u' '));
+    }
+    return filters.join(QLatin1String(";;"));
+}
+
+/// A window of its own in the middle of what it belongs to.
+void centre(QWidget& window, const QWidget* over) {
+    const QRect place = over && over->isVisible() ? over->frameGeometry()
+                                                  : QApplication::primaryScreen()->availableGeometry();
+    QRect frame(QPoint(0, 0), window.size());
+    frame.moveCenter(place.center());
+    window.move(frame.topLeft());
+}
+
+}  // namespace
+
+Escritorio::Escritorio(const QString& applicationPath)
+    : applicationPath_(applicationPath.isEmpty() ? QApplication::applicationDirPath() : applicationPath) {}
+
+Escritorio::~Escritorio() {
+    closeAll();
+    if (hourglass_) QApplication::restoreOverrideCursor();
+}
+
+void Escritorio::closeAll() {
+    help_.reset();
+    // Screens inside the main window go before it.
+    for (auto& [form, view] : views_) {
+        if (frame_ && frame_->holds(*view)) frame_->removePage(*view);
+    }
+    frame_ = nullptr;
+    views_.clear();
+    modalLoops_.clear();
+    ended_ = false;
+    boxesShown_ = 0;
+}
+
+// --- Views
+
+FormView* Escritorio::viewOf(const forms::Form& form) const {
+    const auto found = views_.find(&form);
+    return found == views_.end() ? nullptr : found->second.get();
+}
+
+QWidget* Escritorio::widgetOf(const forms::Form& form) const {
+    const FormView* view = viewOf(form);
+    return view ? &view->surface() : nullptr;
+}
+
+QWidget* Escritorio::widgetOf(const forms::Control& control) const {
+    const FormView* view = viewOf(control.form());
+    return view ? view->widgetOf(control) : nullptr;
+}
+
+QAction* Escritorio::actionOf(const forms::MenuItem& item) const {
+    const FormView* view = viewOf(item.form());
+    const auto* binding = view ? dynamic_cast<const MenuBinding*>(view->bindingOf(&item)) : nullptr;
+    return binding ? binding->action() : nullptr;
+}
+
+QAction* Escritorio::actionOf(const forms::Toolbar& toolbar, const QString& key) const {
+    const FormView* view = viewOf(toolbar.form());
+    const auto* binding = view ? dynamic_cast<const ToolbarBinding*>(view->bindingOf(&toolbar)) : nullptr;
+    return binding ? binding->action(key) : nullptr;
+}
+
+FormView& Escritorio::ensureView(forms::Form& form) {
+    if (FormView* view = viewOf(form)) return *view;
+    const ViewKind* kind = viewKind(form.Name());
+    if (!kind) {
+        throw basic::RuntimeError(basic::error::ObjectNotSet,
+                                  QStringLiteral("La pantalla %1 no tiene ventana").arg(form.Name()),
+                                  forms::kProgramName);
+    }
+    auto view = std::make_unique<FormView>(*this, form, kind->build(), kind->place);
+    if (kind->place == Place::Frame) {
+        auto* frame = static_cast<FrameWindow*>(&view->surface());
+        frame->pageChosen = [](FormView& page) { page.act([](forms::Form&) {}); };
+        frame->pageClosed = [](FormView& page) { page.act([](forms::Form& f) { f.UserClose(); }); };
+        frame->keyPressed = [this, main = view.get()](QKeyEvent& event) {
+            FormView* page = frame_ ? frame_->pageInFront() : nullptr;
+            return page ? page->keyFromWindow(event) : main->keyFromWindow(event);
+        };
+        frame_ = frame;
+    }
+    return *(views_[&form] = std::move(view));
+}
+
+void Escritorio::place(FormView& view, bool modal) {
+    QWidget& surface = view.surface();
+    if (view.where() == Place::Frame) {
+        // Off screen there is no window manager to fill the screen, and its screen is a small one.
+        const bool offScreen = QGuiApplication::platformName() == QLatin1String("offscreen");
+        surface.resize(1366, 768);
+        offScreen ? surface.show() : surface.showMaximized();
+        return;
+    }
+    if (view.where() == Place::Page && frame_ && frame_->isVisible() && !modal) {
+        frame_->addPage(view);
+        return;
+    }
+    QWidget* over = frame_ && frame_->isVisible() ? frame_ : nullptr;
+    if (view.where() == Place::Splash) {
+        surface.setWindowFlags(Qt::SplashScreen);
+    } else {
+        const auto flags =
+            Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+        surface.setParent(over, flags);
+        surface.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    }
+    surface.adjustSize();
+    centre(surface, over);
+    surface.show();
+}
+
+void Escritorio::hide(FormView& view) {
+    if (frame_ && frame_->holds(view)) frame_->removePage(view);
+    view.surface().hide();
+}
+
+void Escritorio::showInFront(FormView& view) {
+    if (frame_ && frame_->holds(view)) {
+        frame_->raisePage(view);
+        if (!frame_->isActiveWindow()) frame_->activateWindow();
+    } else {
+        view.surface().raise();
+        view.surface().activateWindow();
+    }
+    view.showFocus();
+}
+
+QWidget* Escritorio::windowInFront() const {
+    if (QWidget* active = QApplication::activeWindow()) return active;
+    if (frame_ && frame_->isVisible()) return frame_;
+    for (const auto& [form, view] : views_) {
+        if (view->surface().isVisible()) return view->surface().window();
+    }
+    return nullptr;
+}
+
+void Escritorio::FormShown(forms::Form& form) {
+    FormView& view = ensureView(form);
+    place(view, form.IsModal());
+    view.showFocus();
+}
+
+void Escritorio::FormHidden(forms::Form& form) {
+    leaveModalLoop(form);
+    if (FormView* view = viewOf(form)) hide(*view);
+}
+
+void Escritorio::FormUnloaded(forms::Form& form) {
+    leaveModalLoop(form);
+    const auto found = views_.find(&form);
+    if (found == views_.end()) return;
+    std::unique_ptr<FormView> view = std::move(found->second);
+    views_.erase(found);
+    view->detach();
+    hide(*view);
+    if (view->where() == Place::Frame) frame_ = nullptr;
+    // One of its widgets may be in the middle of the event that closed it.
+    view.release()->deleteLater();
+}
+
+void Escritorio::FormActivated(forms::Form& form) {
+    if (FormView* view = viewOf(form)) showInFront(*view);
+}
+
+// --- Running
+
+void Escritorio::guard(const std::function<void()>& action) {
+    if (ended_) return;
+    try {
+        action();
+    } catch (const forms::ProgramEnd&) {
+        // EndProgram has told the loops; what ran is left.
+    } catch (const std::exception& error) {
+        const auto* known = dynamic_cast<const basic::RuntimeError*>(&error);
+        reportUnexpected(known ? known->description() : QString::fromUtf8(error.what()));
+    }
+}
+
+/// What no action of the screens caught is a fault of the program itself.
+void Escritorio::reportUnexpected(const QString& text) {
+    try {
+        ShowBox({text, box::Critical, forms::kProgramName});
+        EndProgram();
+    } catch (const forms::ProgramEnd&) {
+    }
+}
+
+void Escritorio::run() {
+    if (ended_) return;
+    QEventLoop loop;
+    mainLoop_ = &loop;
+    loop.exec();
+    mainLoop_ = nullptr;
+}
+
+void Escritorio::leaveIfEnded() const {
+    if (ended_) throw forms::ProgramEnd{};
+}
+
+void Escritorio::EndProgram() {
+    ended_ = true;
+    for (const ModalLoop& modal : modalLoops_) {
+        modal.loop->quit();
+    }
+    for (QMessageBox* open : boxes_) {
+        open->reject();
+    }
+    if (mainLoop_) mainLoop_->quit();
+    throw forms::ProgramEnd{};
+}
+
+void Escritorio::leaveModalLoop(const forms::Form& form) {
+    for (const ModalLoop& modal : modalLoops_) {
+        if (modal.form == &form) modal.loop->quit();
+    }
+}
+
+void Escritorio::RunModal(forms::Form& form) {
+    leaveIfEnded();
+    if (!form.IsShown()) return;
+    QEventLoop loop;
+    modalLoops_.push_back({&form, &loop});
+    if (answerer_) QTimer::singleShot(0, &loop, [&] { answerer_->modalRuns(form); });
+    loop.exec();
+    std::erase_if(modalLoops_, [&](const ModalLoop& modal) { return modal.loop == &loop; });
+    leaveIfEnded();
+}
+
+void Escritorio::DoEvents() {
+    if (sinceEvents_.isValid() && sinceEvents_.elapsed() < kEventsInterval) return;
+    QApplication::processEvents();
+    sinceEvents_.start();
+    leaveIfEnded();
+}
+
+void Escritorio::paintNow() {
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void Escritorio::Sleep(int milliseconds) {
+    paintNow();
+    QThread::msleep(static_cast<unsigned long>(std::max(0, milliseconds)));
+}
+
+// --- Asking the user
+
+int Escritorio::askUser(const forms::MessageBox& message) {
+    QMessageBox widget;
+    // Not a child of the window in front, which may go while the box is open; but over it.
+    if (QWidget* window = windowInFront(); window && window->windowHandle()) {
+        widget.winId();
+        widget.windowHandle()->setTransientParent(window->windowHandle());
+    }
+    widget.setWindowTitle(message.title.isEmpty() ? forms::kProgramName : message.title);
+    widget.setTextFormat(Qt::PlainText);
+    widget.setText(shownText(message.text));
+    widget.setIcon(iconOf(message.buttons));
+    for (const int value : answersOffered(message.buttons)) {
+        const Answer& answer = answerOf(value);
+        widget.addButton(answer.button)->setText(QString::fromUtf8(answer.text));
+    }
+    const int byDefault = defaultAnswer(message.buttons);
+    widget.setDefaultButton(answerOf(byDefault).button);
+    widget.adjustSize();
+    centre(widget, windowInFront());
+    if (answerer_) {
+        QTimer::singleShot(0, &widget, [&] {
+            const int answer = answerer_->answerBox(message, widget).value_or(byDefault);
+            if (auto* button = widget.button(answerOf(answer).button)) {
+                button->click();
+            } else {
+                widget.reject();
+            }
+        });
+    }
+    boxes_.push_back(&widget);
+    widget.exec();
+    std::erase(boxes_, &widget);
+    leaveIfEnded();
+    const auto pressed = widget.standardButton(widget.clickedButton());
+    for (const Answer& answer : kAnswers) {
+        if (answer.button == pressed) return answer.value;
+    }
+    return byDefault;
+}
+
+int Escritorio::ShowBox(const forms::MessageBox& message) {
+    ++boxesShown_;
+    if (hourglass_) QApplication::setOverrideCursor(Qt::ArrowCursor);
+    struct CursorBack {
+        bool changed;
+        ~CursorBack() {
+            if (changed) QApplication::restoreOverrideCursor();
+        }
+    } const back{hourglass_};
+    return askUser(message);
+}
+
+std::optional<QString> Escritorio::OpenFileDialogue(const forms::FileDialogue& dialogue) {
+    if (answerer_) return answerer_->answerFileDialogue(dialogue);
+    QFileDialog widget(windowInFront(), dialogue.title, dialogue.folder, fileFilters(dialogue.filter));
+    widget.setFileMode(QFileDialog::ExistingFile);
+    if (!dialogue.initialName.isEmpty()) widget.selectFile(dialogue.initialName);
+    const bool accepted = widget.exec() == QDialog::Accepted;
+    leaveIfEnded();
+    if (!accepted || widget.selectedFiles().isEmpty()) return std::nullopt;
+    return QDir::toNativeSeparators(widget.selectedFiles().constFirst());
+}
+
+void Escritorio::SetPointer(forms::Pointer pointer) {
+    const bool wanted = pointer == forms::Pointer::Hourglass;
+    if (wanted == hourglass_) return;
+    hourglass_ = wanted;
+    wanted ? QApplication::setOverrideCursor(Qt::WaitCursor) : QApplication::restoreOverrideCursor();
+}
+
+void Escritorio::ShowHelp(const QString& file) {
+    if (!help_) help_ = std::make_unique<HelpWindow>();
+    help_->open(QDir(applicationPath_).filePath(file));
+}
+
+void Escritorio::ShowDateTimeSettings() {
+    // Whatever this desktop has; a scripted run must not open windows of other programs.
+    if (answerer_ || QGuiApplication::platformName() == QLatin1String("offscreen")) return;
+    const QList<QStringList> programs{{QStringLiteral("gnome-control-center"), QStringLiteral("datetime")},
+                                      {QStringLiteral("systemsettings"), QStringLiteral("kcm_clock")},
+                                      {QStringLiteral("kcmshell5"), QStringLiteral("clock")},
+                                      {QStringLiteral("time-admin")},
+                                      {QStringLiteral("mate-time-admin")}};
+    for (const QStringList& command : programs) {
+        const QString program = QStandardPaths::findExecutable(command.constFirst());
+        if (program.isEmpty()) continue;
+        if (QProcess::startDetached(program, command.mid(1))) return;
+    }
+}
+
+bool Escritorio::PreviousInstance() const {
+    // Held from here on, so that later copies see this one.
+    if (!instance_) instance_ = std::make_unique<sys::SingleInstance>();
+    return instance_->anotherIsRunning();
+}
+
+QImage capturar(const Escritorio& escritorio, const forms::Form* form) {
+    QApplication::processEvents();
+    QWidget* window = form ? escritorio.widgetOf(*form) : nullptr;
+    if (!form) {
+        const forms::Form* active = forms::pantallas().Active();
+        window = active ? escritorio.widgetOf(*active) : nullptr;
+        if (window) window = window->window();
+    }
+    return window ? window->grab().toImage() : QImage();
+}
+
+}  // namespace tarmel::desktop

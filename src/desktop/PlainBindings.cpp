@@ -1,0 +1,100 @@
+#include "desktop/PlainBindings.h"
+
+#include <QKeyEvent>
+#include <QSignalBlocker>
+#include <QTabBar>
+
+#include "desktop/FormView.h"
+#include "desktop/Keys.h"
+
+namespace tarmel::desktop {
+
+using forms::Property;
+
+LabelBinding::LabelBinding(FormView& view, forms::Label& label, QLabel& widget)
+    : Binding(view, label, widget), label_(label), text_(widget) {
+    widget.setTextFormat(Qt::PlainText);
+}
+
+void LabelBinding::showAll() {
+    Binding::showAll();
+    showCaption();
+}
+
+void LabelBinding::show(Property property, int row) {
+    if (property == Property::Caption) return showCaption();
+    Binding::show(property, row);
+}
+
+void LabelBinding::showCaption() {
+    text_.setText(label_.Caption());
+}
+
+FrameBinding::FrameBinding(FormView& view, forms::Frame& frame, QWidget& widget)
+    : Binding(view, frame, widget), frame_(frame) {}
+
+void FrameBinding::showAll() {
+    Binding::showAll();
+    showCaption();
+}
+
+void FrameBinding::show(Property property, int row) {
+    if (property == Property::Caption) return showCaption();
+    Binding::show(property, row);
+}
+
+void FrameBinding::showCaption() {
+    if (auto* group = qobject_cast<QGroupBox*>(&widget())) group->setTitle(frame_.Caption());
+}
+
+TabBinding::TabBinding(FormView& view, forms::TabStrip& strip, QTabWidget& widget)
+    : Binding(view, strip, widget), strip_(strip), tabs_(widget) {
+    widget.tabBar()->setFocusPolicy(Qt::NoFocus);
+    connect(&widget, &QTabWidget::currentChanged, this, [this](int index) {
+        view_.act([&](forms::Form& form) { form.UserSelectTab(strip_, index); });
+        if (view_.isLive()) showTabs();
+    });
+}
+
+void TabBinding::showAll() {
+    Binding::showAll();
+    showTabs();
+}
+
+void TabBinding::show(Property property, int row) {
+    if (property == Property::ListIndex || property == Property::Items) return showTabs();
+    Binding::show(property, row);
+}
+
+void TabBinding::showTabs() {
+    const QSignalBlocker quiet(&tabs_);
+    for (int i = 0; i < std::min(strip_.PageCount(), tabs_.count()); ++i) {
+        tabs_.setTabText(i, strip_.PageCaption(i));
+    }
+    tabs_.setCurrentIndex(strip_.Tab());
+}
+
+bool TabBinding::keyPressed(QKeyEvent& event) {
+    const int code = keyCode(event);
+    if (code != forms::key::Left && code != forms::key::Right) return false;
+    const int next = strip_.Tab() + (code == forms::key::Left ? -1 : 1);
+    if (next < 0 || next >= strip_.PageCount()) return true;
+    view_.act([&](forms::Form& form) { form.UserSelectTab(strip_, next); });
+    return true;
+}
+
+ProgressBinding::ProgressBinding(FormView& view, forms::ProgressBar& bar, QProgressBar& widget)
+    : Binding(view, bar, widget), bar_(bar), progress_(widget) {}
+
+void ProgressBinding::showAll() {
+    Binding::showAll();
+    show(Property::Value, -1);
+}
+
+void ProgressBinding::show(Property property, int row) {
+    if (property != Property::Value) return Binding::show(property, row);
+    progress_.setMaximum(bar_.Max());
+    progress_.setValue(bar_.Value());
+}
+
+}  // namespace tarmel::desktop

@@ -1,0 +1,51 @@
+#include "desktop/Views.h"
+
+#include <algorithm>
+
+#include "desktop/FrameWindow.h"
+#include "desktop/Surface.h"
+#include "ui_frm01_Inicio.h"
+#include "ui_frm02_Matricula.h"
+#include "ui_frm06_HojasCampo.h"
+#include "ui_frm07_DetallesHojasCampo.h"
+#include "ui_frm15_AlmacenAnillas.h"
+
+namespace tarmel::desktop {
+
+namespace {
+
+/// A window as its description in ui/ lays it out.
+template <typename Description>
+std::unique_ptr<QWidget> described() {
+    auto surface = std::make_unique<Surface>();
+    Description ui;
+    ui.setupUi(surface.get());
+    return surface;
+}
+
+std::unique_ptr<QWidget> frameWindow() {
+    return std::make_unique<FrameWindow>();
+}
+
+}  // namespace
+
+std::vector<ViewKind>& viewKinds() {
+    static std::vector<ViewKind> kinds{
+        {QStringLiteral("frm01_Inicio"), Place::Splash, &described<Ui::frm01_Inicio>},
+        {QStringLiteral("frm02_Matricula"), Place::Dialog, &described<Ui::frm02_Matricula>},
+        {QStringLiteral("frm03_Principal"), Place::Frame, &frameWindow},
+        {QStringLiteral("frm06_HojasCampo"), Place::Page, &described<Ui::frm06_HojasCampo>},
+        {QStringLiteral("frm07_DetallesHojasCampo"), Place::Page, &described<Ui::frm07_DetallesHojasCampo>},
+        {QStringLiteral("frm15_AlmacenAnillas"), Place::Page, &described<Ui::frm15_AlmacenAnillas>},
+    };
+    return kinds;
+}
+
+const ViewKind* viewKind(const QString& form) {
+    const auto& kinds = viewKinds();
+    const auto found =
+        std::find_if(kinds.begin(), kinds.end(), [&](const ViewKind& k) { return k.form == form; });
+    return found == kinds.end() ? nullptr : &*found;
+}
+
+}  // namespace tarmel::desktop

@@ -1,0 +1,131 @@
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStackedWidget>
+
+#include "Banco.h"
+#include "core/frm01_Inicio.h"
+#include "core/frm02_Matricula.h"
+#include "core/frm03_Principal.h"
+#include "desktop/DataLabel.h"
+#include "sheets/frm06_HojasCampo.h"
+#include "sheets/frm07_DetallesHojasCampo.h"
+#include "store/frm15_AlmacenAnillas.h"
+
+namespace tarmel::desktop {
+namespace {
+
+/// What the main window leaves to a screen on the smallest display: menu, toolbar, tabs and status bar are
+/// taken off 1366 x 768.
+constexpr QSize kPage(1366, 768 - 140);
+
+struct Screen {
+    QString name;
+    std::shared_ptr<forms::Form> (*make)();
+};
+
+template <typename T>
+std::shared_ptr<forms::Form> make() {
+    return std::make_shared<T>();
+}
+
+void PrintTo(const Screen& screen, std::ostream* out) {
+    *out << screen.name.toStdString();
+}
+
+/// The real windows over the real screens, not loaded: no database is needed to see how they fit.
+class PantallasTest : public DesktopTest, public testing::WithParamInterface<Screen> {
+ protected:
+    PantallasTest() {
+        const ViewKind* kind = viewKind(GetParam().name);
+        view = std::make_unique<FormView>(escritorio, *form, kind->build(), kind->place);
+        QWidget& surface = view->surface();
+        if (kind->place == Place::Page) surface.resize(kPage);
+        surface.show();
+        QApplication::processEvents();
+    }
+
+    template <typename Check>
+    void eachWidget(Check check) {
+        for (const forms::Control* control : form->Controls()) {
+            QWidget* widget = view->widgetOf(*control);
+            if (widget && widget != &view->surface()) check(*control, *widget);
+        }
+    }
+
+    std::shared_ptr<forms::Form> form = GetParam().make();
+    std::unique_ptr<FormView> view;
+};
+
+TEST_P(PantallasTest, EveryEditableControlIsNamedForReadersOfTheScreen) {
+    using forms::Kind;
+    eachWidget([](const forms::Control& control, const QWidget& widget) {
+        const Kind kind = control.kind();
+        const bool editable = kind == Kind::TextBox || kind == Kind::ComboBox || kind == Kind::DataCombo ||
+                              kind == Kind::DatePicker || kind == Kind::ListView;
+        if (editable) EXPECT_FALSE(widget.accessibleName().isEmpty()) << control.Name().toStdString();
+    });
+}
+
+TEST_P(PantallasTest, TheOrderOfTabsIsTheOrderOfTyping) {
+    QList<const QWidget*> expected;
+    eachWidget([&](const forms::Control& control, const QWidget& widget) {
+        if (control.IsFocusable()) expected << &widget;
+    });
+    if (expected.isEmpty()) return;
+    QList<const QWidget*> chain;
+    const QWidget* at = expected.constFirst();
+    do {
+        if (expected.contains(at)) chain << at;
+        at = at->nextInFocusChain();
+    } while (at != expected.constFirst());
+    EXPECT_EQ(chain, expected);
+}
+
+TEST_P(PantallasTest, NothingIsClippedOnTheSmallestDisplay) {
+    QWidget& surface = view->surface();
+    EXPECT_LE(surface.minimumSizeHint().width(), 1366);
+    EXPECT_LE(surface.minimumSizeHint().height(), surface.height());
+    // One layer after the other comes in front, as the screen's states do.
+    int checked = 0;
+    const auto check = [&] {
+        QApplication::processEvents();
+        for (const auto* widget : surface.findChildren<QWidget*>()) {
+            if (!widget->isVisible() || dynamic_cast<const DataLabel*>(widget)) continue;
+            const bool caption =
+                qobject_cast<const QLabel*>(widget) || qobject_cast<const QAbstractButton*>(widget);
+            const bool field =
+                qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QComboBox*>(widget);
+            if ((!caption && !field) || widget->objectName().isEmpty()) continue;
+            ++checked;
+            const QSize wanted = widget->minimumSizeHint();
+            if (caption) EXPECT_GE(widget->width(), wanted.width()) << widget->objectName().toStdString();
+            EXPECT_GE(widget->height(), wanted.height()) << widget->objectName().toStdString();
+            EXPECT_TRUE(widget->parentWidget()->rect().contains(widget->geometry()))
+                << widget->objectName().toStdString();
+        }
+    };
+    const auto stacks = surface.findChildren<QStackedWidget*>(QStringLiteral("decoCapas"));
+    if (stacks.isEmpty()) check();
+    for (auto* stack : stacks) {
+        for (int i = 0; i < stack->count(); ++i) {
+            stack->setCurrentIndex(i);
+            check();
+        }
+    }
+    EXPECT_GT(checked, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, PantallasTest,
+                         testing::Values(Screen{frm01_Inicio::kName, &make<frm01_Inicio>},
+                                         Screen{frm02_Matricula::kName, &make<frm02_Matricula>},
+                                         Screen{frm03_Principal::kName, &make<frm03_Principal>},
+                                         Screen{frm06_HojasCampo::kName, &make<frm06_HojasCampo>},
+                                         Screen{frm07_DetallesHojasCampo::kName,
+                                                &make<frm07_DetallesHojasCampo>},
+                                         Screen{frm15_AlmacenAnillas::kName, &make<frm15_AlmacenAnillas>}),
+                         [](const auto& row) { return row.param.name.toStdString(); });
+
+}  // namespace
+}  // namespace tarmel::desktop
