@@ -99,7 +99,7 @@ Type numberType(Type type) {
 
 Type sumType(Operator op, Type left, Type right) {
     const Kind l = kindOf(left), r = kindOf(right);
-    if (op == Operator::Add && l == Kind::Text && r == Kind::Text) return Type::Memo;
+    if (op == Operator::Add && joinsTexts(l, r)) return Type::Memo;
     if (l == Kind::Date && r == Kind::Date && op == Operator::Subtract) return Type::Double;
     if (l == Kind::Date || r == Kind::Date) return Type::Date;
     return commonType(numberType(left), numberType(right));

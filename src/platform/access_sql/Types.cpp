@@ -108,6 +108,11 @@ Type commonType(Type a, Type b) {
     return isWholeType(a) && isWholeType(b) ? Type::Long : Type::Double;
 }
 
+bool joinsTexts(Kind a, Kind b) {
+    const auto mayBeText = [](Kind kind) { return kind == Kind::Text || kind == Kind::Unknown; };
+    return mayBeText(a) && mayBeText(b) && (a == Kind::Text || b == Kind::Text);
+}
+
 const TypeName* typeNamed(QStringView name) {
     const auto found = std::find_if(kTypeNames.begin(), kTypeNames.end(), [&](const TypeName& facts) {
         return facts.name.compare(name, Qt::CaseInsensitive) == 0;

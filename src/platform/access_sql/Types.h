@@ -14,6 +14,9 @@ enum class Kind { Unknown, Number, Boolean, Date, Text, Binary };
 /// The type of a value that may be either; Unknown is as good as any other.
 [[nodiscard]] Type commonType(Type a, Type b);
 
+/// Whether + joins: two texts, or a text and what has no type of its own (Null, a parameter).
+[[nodiscard]] bool joinsTexts(Kind a, Kind b);
+
 /// A type as CREATE TABLE names it.
 struct TypeName {
     QStringView name;

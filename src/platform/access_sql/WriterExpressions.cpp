@@ -489,7 +489,7 @@ void Writer::sum(const Binary& sum, int level) {
     const OperatorFacts& facts = factsOf(sum.op);
     const Kind left = kindOf(*sum.left), right = kindOf(*sum.right);
     const bool add = sum.op == Operator::Add;
-    if (add && left == Kind::Text && right == Kind::Text) {
+    if (add && joinsTexts(left, right)) {
         out_ += "(";
         value(*sum.left, kOperandLevel);
         out_ += " || ";
