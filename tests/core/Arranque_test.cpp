@@ -1,5 +1,4 @@
 #include <sqlite3.h>
-#include <unistd.h>
 
 #include <functional>
 
@@ -107,8 +106,6 @@ struct Averia {
 class BaseAveriada : public Programa, public testing::WithParamInterface<Averia> {};
 
 TEST_P(BaseAveriada, CajaFinYFicheroIntacto) {
-    if (QByteArray(GetParam().nombre) == "SoloLectura" && geteuid() == 0)
-        GTEST_SKIP() << "the superuser writes read-only files";
     GetParam().causar(base());
     const QByteArray antes = leer(u"Tarmel_11.mdb"_s);
     const QStringList ficherosAntes = ficheros();

@@ -13,6 +13,7 @@
 #include "database/Esquema.h"
 #include "platform/ado/Recordset.h"
 #include "platform/basic/Printers.h"
+#include "platform/basic/Text.h"
 #include "platform/forms/Pantallas.h"
 #include "sheets/HostDePrueba.h"
 
