@@ -7,6 +7,11 @@
 
 namespace tarmel::scenario {
 
+/// A step that no hand could do.
+struct Refused {
+    QString why;
+};
+
 /// The hands of a scenario: how each thing that a user does reaches the screens. One driver acts on the
 /// screens' models, the other on the windows. What may be acted on, and when, is the runner's business; a
 /// control that is named here can act and lies in front.

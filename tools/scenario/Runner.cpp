@@ -18,11 +18,6 @@ namespace tarmel::scenario {
 using forms::Kind;
 
 namespace {
-/// A step that no hand could do.
-struct Refused {
-    QString why;
-};
-
 constexpr int kGoToTries = 2;  // a hand that was sent elsewhere clicks once more
 }  // namespace
 

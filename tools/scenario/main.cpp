@@ -7,6 +7,8 @@
 #include "scenario/ModelDriver.h"
 #include "scenario/Runner.h"
 #ifdef TARMEL_WITH_WINDOWS
+#include <QApplication>
+
 #include "scenario/DesktopDriver.h"
 #endif
 
