@@ -117,6 +117,7 @@ void sanarIdentificadores(ado::Connection& conexion) {
 void prepararBase(const QString& archivo, const QString& carpeta) {
     ado::Connection conexion;
     conexion.OpenFile(archivo, true);
+    conexion.ExecutePlain("PRAGMA synchronous=OFF");  // a file that was only begun is thrown away
     crearEsquema(conexion);
     ado::Connection::Batch lote(conexion);
     for (const access_sql::CreateTable& creada : tablasDelEsquema()) {

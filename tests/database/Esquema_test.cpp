@@ -204,7 +204,7 @@ TEST_F(ArchivoTest, ServesOtherPrograms) {
                 "HoraCaptura, CodigoSexo, CodigoEspecie) VALUES "
                 "('1','%1','%2','ESI','AC0002','AC..0002','70','7:30','M', "
                 "'12440')"_s.arg(n)
-                    .arg(n <= 2 ? u'A' : u'R'));
+                    .arg(n <= 2 ? u"A"_s : u"R"_s));
         }
     }
     Plain other(path());
@@ -212,7 +212,7 @@ TEST_F(ArchivoTest, ServesOtherPrograms) {
     EXPECT_EQ(other.value("SELECT FechaCaptura || TotAnillas FROM Recuperaciones_Dup"),
               u"2010-03-15 00:00:002");
     EXPECT_EQ(other.value("SELECT COUNT(*) FROM Datos_Duplicados"), u"4");
-    EXPECT_EQ(other.value("SELECT DifFecha FROM Datos_Duplicados"), u"40250");
+    EXPECT_EQ(other.value("SELECT DifFecha FROM Datos_Duplicados"), u"40250.0");
     EXPECT_EQ(other.value("SELECT MUNICIPIO FROM Datos_Excel WHERE TipoRegistro = 'A'"), u"Madrid");
     EXPECT_EQ(other.run("INSERT INTO ANIAHO (IdCabecera, NumRegistro, Dato1) VALUES (1, 9, 'seis..')"),
               SQLITE_CONSTRAINT);

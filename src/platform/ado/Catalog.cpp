@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QByteArray kSideTable = literal(QString::fromLatin1(Catalog::kViewTable));
 constexpr int kGuidWidth = 38;  // {8-4-4-4-12}
 
 QString unquoted(QString name) {
@@ -105,11 +106,7 @@ void readView(sqlite3* db, const QString& stored, TableInfo& info) {
     view.isView = true;
     if (!stored.isEmpty()) {
         for (const QString& line : stored.split(u'\n', Qt::SkipEmptyParts)) {
-            const QStringList parts = line.split(u'\t');
-            ColumnDef column;
-            column.name = parts.value(0);
-            column.type = static_cast<Type>(parts.value(1).toInt());
-            view.columns.push_back(std::move(column));
+            view.columns.push_back(columnOfDeclaration(line.section(u'\t', 0, 0), line.section(u'\t', 1)));
         }
         return;
     }
@@ -145,7 +142,9 @@ ColumnDef columnOfDeclaration(const QString& name, const QString& declared) {
 QString Catalog::columnsText(const std::vector<access_sql::OutputColumn>& columns) {
     QString text;
     for (const auto& column : columns) {
-        text += column.name + u'\t' + QString::number(static_cast<int>(column.type)) + u'\n';
+        ColumnDef typed;
+        typed.type = column.type;
+        text += column.name + u'\t' + QString::fromLatin1(access_sql::declaredType(typed)) + u'\n';
     }
     return text;
 }
@@ -153,39 +152,57 @@ QString Catalog::columnsText(const std::vector<access_sql::OutputColumn>& column
 void Catalog::load(sqlite3* db) {
     tables_.clear();
     byName_.clear();
-    QHash<QString, QString> views;
-    const QByteArray side(kViewTable);
     hasViewTexts_ =
-        !firstText(db, "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = '" + side + "'")
-             .isEmpty();
-    if (hasViewTexts_) {
-        const Statement stored = prepare(db, "SELECT Nombre, Columnas FROM " + side);
-        while (step(db, stored.get()))
-            views.insert(columnText(stored.get(), 0), columnText(stored.get(), 1));
-    }
+        !firstText(db, "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = " + kSideTable).isEmpty();
     const Statement list =
         prepare(db,
-                "SELECT name, type, sql FROM sqlite_schema WHERE type IN ('table', 'view') "
-                "AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' AND name <> '" +
-                    side + "' ORDER BY type, rowid");
+                "SELECT name, type, sql FROM sqlite_schema WHERE type IN ('table', 'view') AND "
+                "name NOT LIKE 'sqlite\\_%' ESCAPE '\\' AND name <> " +
+                    kSideTable + " ORDER BY type, rowid");
     while (step(db, list.get())) {
-        auto info = std::make_unique<TableInfo>();
-        info->definition.name = columnText(list.get(), 0);
-        if (columnText(list.get(), 1) == u"view") {
-            readView(db, views.value(info->definition.name), *info);
-        } else {
-            readTable(db, columnText(list.get(), 2), *info);
-        }
-        byName_.insert(info->definition.name.toLower(), info.get());
-        tables_.push_back(std::move(info));
+        add(db, columnText(list.get(), 0), columnText(list.get(), 1) == u"view", columnText(list.get(), 2));
     }
-    // A foreign key without a column of its own means the other table's key.
-    for (auto& info : tables_) {
-        for (ForeignKey& key : info->foreignKeys) {
-            const TableInfo* target = find(key.targetTable);
-            if (key.targetColumn.isEmpty() && target && target->definition.primaryKey.size() == 1) {
-                key.targetColumn = target->definition.primaryKey.front();
-            }
+    for (auto& info : tables_)
+        complete(*info);
+}
+
+void Catalog::refresh(sqlite3* db, const QString& name) {
+    if (const TableInfo* known = find(name)) {
+        byName_.remove(name.toLower());
+        std::erase_if(tables_, [&](const auto& info) { return info.get() == known; });
+    }
+    const Statement found =
+        prepare(db,
+                "SELECT name, type, sql FROM sqlite_schema WHERE type IN ('table', 'view') AND "
+                "name = " +
+                    literal(name));
+    if (!step(db, found.get())) return;
+    const bool isView = columnText(found.get(), 1) == u"view";
+    hasViewTexts_ = hasViewTexts_ || isView;
+    add(db, columnText(found.get(), 0), isView, columnText(found.get(), 2));
+    complete(*tables_.back());
+}
+
+void Catalog::add(sqlite3* db, const QString& name, bool isView, const QString& text) {
+    auto info = std::make_unique<TableInfo>();
+    info->definition.name = name;
+    if (isView) {
+        const QByteArray side =
+            "SELECT Columnas FROM " + QByteArray(kViewTable) + " WHERE Nombre = " + literal(name);
+        readView(db, hasViewTexts_ ? QString::fromUtf8(firstText(db, side)) : QString(), *info);
+    } else {
+        readTable(db, text, *info);
+    }
+    byName_.insert(name.toLower(), info.get());
+    tables_.push_back(std::move(info));
+}
+
+/// A foreign key without a column of its own means the other table's key.
+void Catalog::complete(TableInfo& info) const {
+    for (ForeignKey& key : info.foreignKeys) {
+        const TableInfo* target = find(key.targetTable);
+        if (key.targetColumn.isEmpty() && target && target->definition.primaryKey.size() == 1) {
+            key.targetColumn = target->definition.primaryKey.front();
         }
     }
 }

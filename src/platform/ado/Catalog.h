@@ -25,6 +25,8 @@ struct TableInfo {
 class Catalog : public access_sql::Schema {
  public:
     void load(sqlite3* db);
+    /// Reads one table or view anew, after it was made, changed or dropped.
+    void refresh(sqlite3* db, const QString& name);
     [[nodiscard]] const access_sql::TableDef* table(QStringView name) const override;
     [[nodiscard]] const TableInfo* find(QStringView name) const;
     /// In the order of their making.
@@ -37,6 +39,9 @@ class Catalog : public access_sql::Schema {
     [[nodiscard]] static QString columnsText(const std::vector<access_sql::OutputColumn>& columns);
 
  private:
+    void add(sqlite3* db, const QString& name, bool isView, const QString& text);
+    void complete(TableInfo& info) const;
+
     bool hasViewTexts_ = false;
     std::vector<std::unique_ptr<TableInfo>> tables_;
     QHash<QString, const TableInfo*> byName_;  // in small letters

@@ -245,13 +245,7 @@ QByteArray createText(const TableInfo& table, const QString& name) {
 }
 
 void DefinitionRunner::run(const access_sql::Definition& definition) {
-    try {
-        std::visit([this](const auto& what) { apply(what); }, definition);
-    } catch (...) {
-        catalog_.load(db_);
-        throw;
-    }
-    catalog_.load(db_);
+    std::visit([this](const auto& what) { apply(what); }, definition);
 }
 
 void DefinitionRunner::apply(std::monostate) {}
@@ -299,10 +293,12 @@ void DefinitionRunner::apply(const access_sql::CreateTable& what) {
     TableInfo info{what.table, what.primaryKeyName, {}};
     markKeyColumns(info.definition);
     detail::run(db_, createText(info, what.table.name));
+    catalog_.refresh(db_, what.table.name);
 }
 
 void DefinitionRunner::apply(const access_sql::DropTable& what) {
     const TableInfo& table = existing(what.name);
+    const QString name = table.definition.name;
     for (const ForeignKey& key : catalog_.foreignKeys()) {
         if (same(key.targetTable, table.definition.name) && !same(key.table, table.definition.name)) {
             throw statementError(
@@ -310,7 +306,8 @@ void DefinitionRunner::apply(const access_sql::DropTable& what) {
                     table.definition.name, key.name, key.table));
         }
     }
-    detail::run(db_, "DROP TABLE " + quoted(table.definition.name));
+    detail::run(db_, "DROP TABLE " + quoted(name));
+    catalog_.refresh(db_, name);
 }
 
 void DefinitionRunner::apply(const access_sql::AddColumn& what) {
@@ -322,6 +319,7 @@ void DefinitionRunner::apply(const access_sql::AddColumn& what) {
     if (what.column.type != Type::Counter) {
         detail::run(
             db_, "ALTER TABLE " + quoted(table.definition.name) + " ADD COLUMN " + columnLine(what.column));
+        catalog_.refresh(db_, what.table);
         return;
     }
     TableInfo wanted = table;
@@ -399,6 +397,7 @@ void DefinitionRunner::apply(const access_sql::CreateView& what) {
     // A view is only looked through when it is used: what it cannot do must show now.
     (void)prepare(db_, "SELECT * FROM " + quoted(what.name));
     savepoint.keep();
+    catalog_.refresh(db_, what.name);
 }
 
 void DefinitionRunner::apply(const access_sql::DropView& what) {
@@ -412,6 +411,7 @@ void DefinitionRunner::apply(const access_sql::DropView& what) {
                              " WHERE Nombre = " + literal(view->definition.name));
     }
     savepoint.keep();
+    catalog_.refresh(db_, what.name);
 }
 
 void DefinitionRunner::rebuild(const TableInfo& present, const TableInfo& wanted, const ColumnDef* changed) {
@@ -450,6 +450,7 @@ void DefinitionRunner::rebuild(const TableInfo& present, const TableInfo& wanted
         if (same(key.targetTable, table)) mustHavePartners(db_, key.table);
     }
     savepoint.keep();
+    catalog_.refresh(db_, table);
 }
 
 }  // namespace tarmel::ado::detail

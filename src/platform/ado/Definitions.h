@@ -10,7 +10,7 @@ namespace tarmel::ado::detail {
 /// The definition of a table as SQLite text, under the given name.
 [[nodiscard]] QByteArray createText(const TableInfo& table, const QString& name);
 
-/// Carries out DDL. Each definition is whole or not at all; the catalog is read anew. What SQLite cannot
+/// Carries out DDL. Each definition is whole or not at all; the catalog follows. What SQLite cannot
 /// alter is done by rebuilding the table: rows, keys, partners, indexes, triggers and the counter's last
 /// number stay.
 class DefinitionRunner {

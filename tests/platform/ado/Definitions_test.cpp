@@ -184,21 +184,30 @@ const Refused kValues[] = {
     {"Doble", "85.5", true},
 };
 
-class RuleTest : public FolderTest, public ::testing::WithParamInterface<Refused> {};
+class RuleTest : public ::testing::TestWithParam<Refused> {
+ protected:
+    /// The file is made once; each case leaves it empty.
+    static QString table() {
+        static const QTemporaryDir folder;
+        static const QString path = [] {
+            Connection connection;
+            connection.OpenFile(folder.filePath(u"base.mdb"_s), true);
+            connection.Execute(
+                u"CREATE TABLE T (Corto TEXT(5), Entero LONG, Breve SMALLINT, B BYTE, Sino YESNO, Dia "
+                "DATE, Hoja DECIMAL(15,0), Doble DOUBLE)"_s);
+            return folder.filePath(u"base.mdb"_s);
+        }();
+        return path;
+    }
+};
 
 TEST_P(RuleTest, HoldsForOtherPrograms) {
-    {
-        Connection connection;
-        connection.OpenFile(path(), true);
-        connection.Execute(
-            u"CREATE TABLE T (Corto TEXT(5), Entero LONG, Breve SMALLINT, B BYTE, Sino YESNO, Dia DATE, Hoja "
-            "DECIMAL(15,0), Doble DOUBLE)"_s);
-    }
-    Plain other(path());
+    Plain other(table());
     const Refused& row = GetParam();
     const QByteArray sql = QByteArray("INSERT INTO T (") + row.column + ") VALUES (" + row.value + ")";
     EXPECT_EQ(other.run(sql.constData()), row.fits ? SQLITE_OK : SQLITE_CONSTRAINT);
     EXPECT_EQ(other.value("SELECT COUNT(*) FROM T"), row.fits ? u"1" : u"0");
+    EXPECT_EQ(other.run("DELETE FROM T"), SQLITE_OK);
 }
 
 INSTANTIATE_TEST_SUITE_P(Columns, RuleTest, ::testing::ValuesIn(kValues));
