@@ -370,6 +370,7 @@ void frm06_HojasCampo::dbcboLocalidad_Change() {
         lblProvincia.SetCaption({});
         return;
     }
+    if (dbcboLocalidad.BoundText().isEmpty()) return;  // a sheet's own text, which the list does not offer
     ado::Recordset filas;
     filas.Open(u"Select CodigoLocalidad, NombreProvincia FROM ANILOC, ICAPRO WHERE ANILOC.IdLocalidad = "_s +
                    dbcboLocalidad.BoundText() + u" AND ANILOC.CodigoProvincia = ICAPRO.CodigoProvincia"_s,

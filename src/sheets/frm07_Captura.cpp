@@ -61,23 +61,15 @@ void frm07_DetallesHojasCampo::optTodas_Click() {
 }
 
 void frm07_DetallesHojasCampo::dbcboEspecie_Change() {
-    // An emptied combo takes its labels along, so that no capture keeps the species of the one before unseen.
     constexpr int cifrasDelCodigo = 5;
-    lblIdEspecie.SetCaption(dbcboEspecie.BoundText());
-    lblCodEspecie.SetCaption(basic::Right(dbcboEspecie.Text(), cifrasDelCodigo));
-}
-
-/// Shows a species of a stored capture, also one that is not among the usual ones.
-void frm07_DetallesHojasCampo::elegirEspecie(const QString& especie) {
-    const QString idEspecie = lblIdEspecie.Caption();
-    const QString codigo = lblCodEspecie.Caption();
-    dbcboEspecie.SetText(especie);
-    if (dbcboEspecie.Text() != especie) {
-        optTodas.SetValue(true);
-        dbcboEspecie.SetText(especie);
-    }
+    const QString especie = dbcboEspecie.Text();
+    const QString idEspecie = dbcboEspecie.BoundText();
+    // A stored capture may show a species that the list does not offer: its labels have come from the
+    // capture. An emptied combo takes them along, so that no capture keeps the species of the one before
+    // unseen.
+    if (idEspecie.isEmpty() && !especie.isEmpty()) return;
     lblIdEspecie.SetCaption(idEspecie);
-    lblCodEspecie.SetCaption(codigo);
+    lblCodEspecie.SetCaption(basic::Right(especie, cifrasDelCodigo));
 }
 
 // --- What ties the fields

@@ -155,7 +155,6 @@ class frm07_DetallesHojasCampo : public forms::Form {
 
     // Fields.
     void enlazarEspecies(const QString& condicion);
-    void elegirEspecie(const QString& especie);
     void tomarHojaDeLaLista();
     void ponerPredeterminados();
     void usarCondicion(bool usar);

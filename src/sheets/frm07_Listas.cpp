@@ -240,7 +240,7 @@ void frm07_DetallesHojasCampo::B_Buscar_Click() {
     lblCodEspecie.SetCaption(codigo);
     mantenimiento_.MostrarDatosControles();
     mantenimiento_.BorrarDatos();
-    elegirEspecie(especie);
+    dbcboEspecie.SetText(especie);
     forms::host().DoEvents();
     cboCentro.SetFocus();
 }
