@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QImage>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTabWidget>
@@ -181,7 +182,13 @@ void DesktopDriver::pressKey(forms::Form& form, int key, bool shift) {
 }
 
 void DesktopDriver::cursorToEnd(forms::TextBox& box) {
-    run([&] { QTest::keyClick(&widgetOf(box), Qt::Key_End, Qt::ControlModifier); });
+    run([&] {
+        QWidget& widget = widgetOf(box);
+        // In a text of several lines End alone stays on its line; in one of a single line Ctrl+End does
+        // nothing.
+        const bool isMemo = qobject_cast<QPlainTextEdit*>(&widget);
+        QTest::keyClick(&widget, Qt::Key_End, isMemo ? Qt::ControlModifier : Qt::NoModifier);
+    });
 }
 
 void DesktopDriver::selectAll(forms::TextBox& box) {

@@ -3,13 +3,12 @@
 #include <utility>
 
 #include "core/DefinicionesGlobales.h"
-#include "core/General.h"
 #include "platform/forms/Pantallas.h"
 
 namespace tarmel::scenario {
 
-ModelDriver::ModelDriver(Runner& runner, QString applicationFolder)
-    : runner_(runner), folder_(std::move(applicationFolder)) {
+ModelDriver::ModelDriver(Runner& runner, QString applicationFolder, std::function<void()> program)
+    : runner_(runner), folder_(std::move(applicationFolder)), program_(std::move(program)) {
     forms::setHost(this);
 }
 
@@ -43,7 +42,7 @@ void ModelDriver::guard(const std::function<void()>& action) {
 
 void ModelDriver::start() {
     ended_ = false;
-    guard([] { Main(); });
+    guard(program_);
 }
 
 void ModelDriver::abandon() {

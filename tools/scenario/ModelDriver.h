@@ -12,7 +12,8 @@ namespace tarmel::scenario {
 /// Acts on the screens' models alone: no windows, no waiting. It is their host at the same time.
 class ModelDriver final : public Driver, public forms::Host {
  public:
-    ModelDriver(Runner& runner, QString applicationFolder);
+    /// `program` is the entry of the program that `start` runs.
+    ModelDriver(Runner& runner, QString applicationFolder, std::function<void()> program);
     ~ModelDriver() override;
 
     void start() override;
@@ -61,6 +62,7 @@ class ModelDriver final : public Driver, public forms::Host {
 
     Runner& runner_;
     QString folder_;
+    std::function<void()> program_;
     bool ended_ = false;
     int depth_ = 0;
 };

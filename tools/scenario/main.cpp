@@ -4,6 +4,7 @@
 #include <QTextStream>
 #include <cstdio>
 
+#include "core/General.h"
 #include "scenario/ModelDriver.h"
 #include "scenario/Runner.h"
 #ifdef TARMEL_WITH_WINDOWS
@@ -60,7 +61,7 @@ int main(int argc, char** argv) {
     tarmel::scenario::Runner runner(folder.canonicalFilePath(), out);
     if (!parser.isSet(desktop)) {
         const QCoreApplication application(argc, argv);
-        tarmel::scenario::ModelDriver driver(runner, folder.canonicalFilePath());
+        tarmel::scenario::ModelDriver driver(runner, folder.canonicalFilePath(), tarmel::Main);
         return play(runner, driver, files, out);
     }
 #ifdef TARMEL_WITH_WINDOWS
