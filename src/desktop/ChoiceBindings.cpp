@@ -39,15 +39,18 @@ QVariant ComboItems::data(const QModelIndex& index, int role) const {
 }
 
 ComboBinding::ComboBinding(FormView& view, forms::ComboBox& combo, QComboBox& widget)
-    : Binding(view, combo, widget), combo_(combo), box_(widget), items_(combo) {
-    auto* list = new QListView(&widget);  // the combo owns its list
-    list->setUniformItemSizes(true);
-    widget.setView(list);
+    : Binding(view, combo, widget),
+      combo_(combo),
+      box_(widget),
+      list_(new QListView(&widget)),
+      items_(combo) {
+    list_->setUniformItemSizes(true);
+    widget.setView(list_);
     widget.setModel(&items_);
     widget.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     widget.setMaxVisibleItems(16);
     widget.setAttribute(Qt::WA_InputMethodEnabled);
-    watch(*list);
+    watch(*list_);
     connect(&widget, &QComboBox::activated, this, [this](int index) {
         view_.act([&](forms::Form& form) { form.UserChoose(combo_, index); });
         if (view_.isLive()) showIndex();
@@ -96,12 +99,12 @@ void ComboBinding::loadItems() {
     // As wide as its texts, measured on some of them: thousands would take long.
     constexpr int kMeasured = 300;
     int width = box_.width();
-    const QFontMetrics metrics(box_.view()->font());
+    const QFontMetrics metrics(list_->font());
     for (int i = 0; i < std::min(combo_.ListCount(), kMeasured); ++i) {
         width = std::max(width, metrics.horizontalAdvance(combo_.List(i)));
     }
-    const int frame = box_.view()->verticalScrollBar()->sizeHint().width() + metrics.averageCharWidth() * 4;
-    box_.view()->setMinimumWidth(std::min(width + frame, box_.screen()->availableGeometry().width() / 2));
+    const int frame = list_->verticalScrollBar()->sizeHint().width() + metrics.averageCharWidth() * 4;
+    list_->setMinimumWidth(std::min(width + frame, box_.screen()->availableGeometry().width() / 2));
 }
 
 void ComboBinding::showIndex() {
@@ -141,7 +144,7 @@ bool ComboBinding::keyPressed(QKeyEvent& event) {
 /// In the list that has dropped down, Tab takes the item under the cursor and goes on.
 bool ComboBinding::listKeyPressed(QKeyEvent& event) {
     if (keyCode(event) != forms::key::Tab) return false;
-    const int index = box_.view()->currentIndex().row();
+    const int index = list_->currentIndex().row();
     box_.hidePopup();
     view_.act([&](forms::Form& form) { form.UserChoose(combo_, index); });
     view_.formKey(event);
@@ -150,7 +153,8 @@ bool ComboBinding::listKeyPressed(QKeyEvent& event) {
 
 bool ComboBinding::eventFilter(QObject* watched, QEvent* event) {
     if (!view_.isLive()) return false;
-    if (watched == box_.view()) {
+    // Not asked as view(): while the widget is making its list, that would make another.
+    if (watched != &box_) {
         return event->type() == QEvent::KeyPress && listKeyPressed(static_cast<QKeyEvent&>(*event));
     }
     // Turning the wheel over a form must not change what was typed.

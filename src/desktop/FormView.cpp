@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QStackedWidget>
-#include <QTimer>
+#include <QTabBar>
 #include <algorithm>
 #include <set>
 
@@ -26,7 +26,10 @@ namespace {
 /// The toolkit names its own parts so; ours begin with "deco" where no control stands behind them.
 bool isDecoration(const QWidget& widget) {
     const QString name = widget.objectName();
-    return name.isEmpty() || name.startsWith(QLatin1String("qt_")) || name.startsWith(QLatin1String("deco"));
+    // The arrows of a row of tabs bear names of their own.
+    const bool ofTabs = qobject_cast<const QTabBar*>(widget.parentWidget());
+    return ofTabs || name.isEmpty() || name.startsWith(QLatin1String("qt_")) ||
+           name.startsWith(QLatin1String("deco"));
 }
 
 QWidget* find(const QWidget& surface, const QString& name) {
