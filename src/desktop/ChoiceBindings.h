@@ -4,6 +4,7 @@
 #include <QAbstractListModel>
 #include <QComboBox>
 #include <QDateTimeEdit>
+#include <QListView>
 
 #include "desktop/Binding.h"
 
@@ -47,6 +48,7 @@ class ComboBinding final : public Binding {
 
     forms::ComboBox& combo_;
     QComboBox& box_;
+    QListView* list_;  // what drops down; the combo owns it
     ComboItems items_;
     bool stale_ = true;
 };

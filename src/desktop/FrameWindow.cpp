@@ -46,6 +46,11 @@ FrameWindow::FrameWindow() {
     showPagesOrPicture();
 }
 
+FrameWindow::~FrameWindow() {
+    // Its tabs tell of changes while they are taken down.
+    pages_->disconnect(this);
+}
+
 FormView* FrameWindow::viewAt(int index) const {
     const auto found = views_.find(pages_->widget(index));
     return found == views_.end() ? nullptr : found->second;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTabWidget>
+#include <map>
 
 #include "desktop/Surface.h"
 
@@ -15,6 +16,7 @@ class FormView;
 class FrameWindow final : public FrameSurface {
  public:
     FrameWindow();
+    ~FrameWindow() override;
 
     void addPage(FormView& view);
     void removePage(FormView& view);

@@ -92,10 +92,15 @@ std::unique_ptr<QWidget> buildSurface() {
 
 }  // namespace
 
-void registerFormaPrueba() {
+FormaPrueba& showFormaPrueba(Escritorio& escritorio) {
     forms::pantallas().Register(FormaPrueba::kName, [] { return std::make_shared<FormaPrueba>(); });
-    if (!viewKind(FormaPrueba::kName))
+    if (!viewKind(FormaPrueba::kName)) {
         viewKinds().push_back({FormaPrueba::kName, Place::Dialog, &buildSurface});
+    }
+    escritorio.guard([] { forms::pantallas().Get<FormaPrueba>().Show(); });
+    auto& form = forms::pantallas().Get<FormaPrueba>();
+    form.log.clear();
+    return form;
 }
 
 }  // namespace tarmel::desktop

@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include "desktop/Escritorio.h"
 #include "desktop/Views.h"
 #include "platform/forms/Form.h"
 #include "platform/forms/Host.h"
@@ -36,7 +37,7 @@ class FormaPrueba : public forms::Form {
     void FormKeyPress(int& character) override;
 };
 
-/// Makes the screen known to the registry and to the windows.
-void registerFormaPrueba();
+/// Makes the screen known to the registry and to the windows, and shows it; its log is empty then.
+FormaPrueba& showFormaPrueba(Escritorio& escritorio);
 
 }  // namespace tarmel::desktop
