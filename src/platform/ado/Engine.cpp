@@ -260,15 +260,19 @@ basic::RuntimeError Engine::failure(sqlite3_stmt* statement) {
             .arg(child, parent, column));
 }
 
-void Engine::define(const access_sql::Definition& definition) {
+void Engine::beforeDefining() {
     drainReaders();
     forgetStatements();
+    definedInTransaction_ = depth_ > 0;
+}
+
+void Engine::define(const access_sql::Definition& definition) {
+    beforeDefining();
     DefinitionRunner(handle(), catalog_).run(definition);
 }
 
 void Engine::runPlain(const QByteArray& sqlite) {
-    drainReaders();
-    forgetStatements();
+    beforeDefining();
     run(handle(), sqlite);
     catalog_.load(handle());
 }
@@ -289,13 +293,15 @@ void Engine::commit() {
 void Engine::rollback() {
     drainReaders();
     --depth_;
-    if (sqlite3_get_autocommit(handle()) != 0) return;  // the database gave the transaction up by itself
-    if (depth_ == 0) {
-        run(handle(), "ROLLBACK");
-    } else {
+    // Where the transaction is gone already, the database gave it up by itself.
+    if (sqlite3_get_autocommit(handle()) == 0) {
         const QByteArray level = "nivel" + QByteArray::number(depth_);
-        run(handle(), "ROLLBACK TO " + level + "; RELEASE " + level);
+        run(handle(), depth_ == 0 ? QByteArray("ROLLBACK") : "ROLLBACK TO " + level + "; RELEASE " + level);
     }
+    if (!definedInTransaction_) return;
+    forgetStatements();
+    catalog_.load(handle());
+    definedInTransaction_ = depth_ > 0;
 }
 
 }  // namespace tarmel::ado::detail

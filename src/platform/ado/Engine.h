@@ -103,6 +103,7 @@ class Engine {
     [[nodiscard]] std::shared_ptr<CachedShape> shapeOf(const QString& sql, const QByteArray& key);
     void drainReaders();
     void forgetStatements();
+    void beforeDefining();
     void makeRoom();
     /// A failed step as an error; for a missing partner, says which.
     [[nodiscard]] basic::RuntimeError failure(sqlite3_stmt* statement);
@@ -113,7 +114,8 @@ class Engine {
     QHash<QByteArray, std::shared_ptr<CachedShape>> shapes_;
     quint64 uses_ = 0;
     std::vector<Reader*> readers_;
-    int depth_ = 0;  // of transactions
+    int depth_ = 0;                      // of transactions
+    bool definedInTransaction_ = false;  // the catalog goes back with it
 };
 
 }  // namespace tarmel::ado::detail

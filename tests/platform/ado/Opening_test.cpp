@@ -123,6 +123,20 @@ TEST_F(OpeningTest, CloseLeavesOneFileThatAnyProgramReads) {
     EXPECT_EQ(errorOf([&] { second.Requery(); })->number(), 3709);
 }
 
+TEST_F(OpeningTest, ClosesWhileAnotherProgramReads) {
+    makeBase(path(), 10);
+    Plain other(path());
+    {
+        Connection connection;
+        connection.OpenFile(path());
+        ASSERT_EQ(other.run("BEGIN; SELECT COUNT(*) FROM T"), SQLITE_OK);
+        connection.Execute(u"INSERT INTO T VALUES (11, 'once')"_s);
+    }
+    EXPECT_EQ(other.value("SELECT COUNT(*) FROM T"), u"10");
+    ASSERT_EQ(other.run("COMMIT"), SQLITE_OK);
+    EXPECT_EQ(other.value("SELECT COUNT(*) FROM T"), u"11");
+}
+
 TEST_F(OpeningTest, FindsTheFileThroughTheDataSource) {
     makeBase(path(), 3);
     Connection connection;

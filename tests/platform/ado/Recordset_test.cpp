@@ -1,4 +1,5 @@
 #include "Support.h"
+#include "platform/ado/RowBuffer.h"
 
 namespace tarmel::ado::test {
 
@@ -186,8 +187,73 @@ TEST_F(RecordsetTest, RollsABatchBackUnlessItIsCommitted) {
     {
         Connection::Batch lost(connection);
         run(u"DELETE FROM Captura"_s);
+        run(u"CREATE TABLE Perdida (A LONG)"_s);
+        EXPECT_EQ(rows(u"SELECT Count(*) FROM Perdida"_s), u"0");
     }
+    EXPECT_FALSE(connection.schema().table(u"Perdida"));
+    EXPECT_TRUE(errorOf([&] { rows(u"SELECT Count(*) FROM Perdida"_s); }));
     EXPECT_EQ(rows(u"SELECT Count(*) FROM Captura"_s), u"90");
+}
+
+/// A conversion can fail far behind the first rows: what stands before it is there, and the failure is told
+/// once reached.
+TEST_F(RecordsetTest, MeetsAFailureAtItsRow) {
+    run(u"UPDATE Captura SET Observaciones = '80' WHERE N < 80"_s);
+    Recordset rs;
+    open(rs, u"SELECT CLng(Observaciones) AS V FROM Captura"_s);
+    run(u"DELETE FROM Hoja"_s);
+    int read = 0;
+    const auto error = errorOf([&] {
+        for (; !rs.Eof(); rs.MoveNext())
+            ++read;
+    });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->number(), -2147217900);
+    EXPECT_EQ(read, 79);
+}
+
+TEST_F(RecordsetTest, TellsThatTheDiskIsFull) {
+    connection.ExecutePlain("PRAGMA max_page_count=20");
+    const auto error = errorOf([&] {
+        for (int n = 0; n < 2000; ++n)
+            run(u"INSERT INTO Hoja VALUES (%1, 1, '%2')"_s.arg(n + 100).arg(QString(200, u'x')));
+    });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->number(), -2147217900);
+    EXPECT_TRUE(error->description().contains(u"disco"_s)) << error->what();
+    EXPECT_EQ(rows(u"SELECT Count(*) FROM Captura"_s), u"100");
+}
+
+/// A capture of 41 columns, as full as they are typed, in a few hundred bytes.
+TEST(RowBufferTest, KeepsRowsSmallAndValuesExact) {
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open(":memory:", &db), SQLITE_OK);
+    const QByteArray sql = "SELECT n, -n, 2147483647, n / 8.0, NULL, 'AC..' || n, '2010-03-15 07:30:00', -1" +
+                           QByteArray(", 'E'").repeated(33) +
+                           " FROM (WITH RECURSIVE c(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM c WHERE n < "
+                           "5000) SELECT n FROM c)";
+    sqlite3_stmt* statement = nullptr;
+    ASSERT_EQ(sqlite3_prepare_v2(db, sql.constData(), -1, &statement, nullptr), SQLITE_OK);
+    detail::RowBuffer rows;
+    while (sqlite3_step(statement) == SQLITE_ROW)
+        rows.append(statement);
+    using access_sql::Type;
+    ASSERT_EQ(rows.size(), 5000U);
+    EXPECT_LT(rows.bytes() / rows.size(), 300U);
+    for (const std::size_t row : {std::size_t{4999}, std::size_t{0}, std::size_t{128}}) {
+        const auto n = static_cast<qint64>(row) + 1;
+        EXPECT_EQ(rows.value(row, 40, Type::Text), Variant(u"E"_s));
+        EXPECT_EQ(rows.value(row, 0, Type::Long), Variant(n));
+        EXPECT_EQ(rows.value(row, 1, Type::Long), Variant(-n));
+        EXPECT_EQ(rows.value(row, 2, Type::Long), Variant(qint64{2147483647}));
+        EXPECT_EQ(rows.value(row, 3, Type::Double), Variant(static_cast<double>(n) / 8));
+        EXPECT_TRUE(rows.value(row, 4, Type::Text).isNull());
+        EXPECT_EQ(rows.value(row, 5, Type::Text), Variant(u"AC..%1"_s.arg(n)));
+        EXPECT_EQ(rows.value(row, 6, Type::Date), Variant(basic::Date::of(2010, 3, 15, 7, 30)));
+        EXPECT_EQ(rows.value(row, 7, Type::Boolean), Variant(true));
+    }
+    sqlite3_finalize(statement);
+    sqlite3_close(db);
 }
 
 }  // namespace
