@@ -33,7 +33,8 @@ QString campoDe(const ado::Recordset& filas, const QString& campo) {
 // --- Looking up
 
 void frm06_HojasCampo::B_Buscar_Click() {
-    if (!txtNumHoja.Text().isEmpty() && lblIdCabecera.Caption().isEmpty()) {
+    const bool porNumero = !txtNumHoja.Text().isEmpty() && lblIdCabecera.Caption().isEmpty();
+    if (porNumero) {
         gSQL = u"SELECT IdCabecera FROM ANICHO WHERE NumHoja = "_s + txtNumHoja.Text();
         ado::Recordset hoja;
         hoja.Open(gSQL, gConexion);
@@ -83,6 +84,12 @@ void frm06_HojasCampo::B_Buscar_Click() {
     mantenimiento_.MostrarDatosControles();
     mostrarLocalidad();
     mantenimiento_.BorrarDatos();
+    if (porNumero && lstCabecerasHoja.Visible()) {
+        // A sheet asked for by its number is to be seen, though its row is not the chosen one.
+        ponerListaDelante(false);
+        cmdVerListaHojas.SetVisible(true);
+        cmdVerHoja.SetVisible(false);
+    }
     forms::host().DoEvents();
 }
 

@@ -145,7 +145,7 @@ void frm07_DetallesHojasCampo::medida_LostFocus(forms::TextBox& medida, int deci
     SeleccionarEnCombo(cboMuda, kMudaConMedidas);
 }
 
-/// Plate, fat and muscle: whoever looks at them looks at the moult too.
+/// Brood patch, fat and muscle: whoever looks at them looks at the moult too.
 void frm07_DetallesHojasCampo::reserva_LostFocus(const forms::ComboBox& combo) {
     if (cboMuda.ListIndex() == kMudaSinAnotar && combo.ListIndex() != kReservaSinAnotar)
         SeleccionarEnCombo(cboMuda, kMudaConMedidas);

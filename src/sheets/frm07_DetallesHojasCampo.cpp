@@ -290,6 +290,7 @@ void frm07_DetallesHojasCampo::UnloadEvent() {
         hojas->txtNumHoja.SetText(lblTxtNumHoja.Caption());
         hojas->lblIdCabecera.SetCaption(lblIdCabecera.Caption());
         hojas->B_Buscar_Click();
+        if (hojas->lstCabecerasHoja.Visible()) hojas->cmdNuevo.SetEnabled(true);
     }
     gListaAnillas = false;
     gListaDuplicados = false;

@@ -186,7 +186,7 @@ class frm07_DetallesHojasCampo : public forms::Form {
 
     // Lists.
     [[nodiscard]] QString sqlDeLaLista() const;
-    void prepararLista();
+    void prepararLista(Modo abierta);
     void prepararListaVacia();
     void ponerListaDelante(bool delante);
     void cubrirConLaLista();

@@ -72,27 +72,32 @@ void frm07_DetallesHojasCampo::Activate() {
     cmdModificar.SetEnabled(false);
     gCapturaGrabada = false;
     MostrarMensajeEstado(u"Cargando Vista..."_s);
-    if (modo() == Modo::Duplicados) SetCaption(kListadoDuplicadas);
-    if (modo() == Modo::Hoja) SetCaption(tituloDeHoja(lblTxtNumHoja.Caption()));
+    const Modo abierta = modo();
+    if (abierta == Modo::Duplicados) SetCaption(kListadoDuplicadas);
+    if (abierta == Modo::Hoja) SetCaption(tituloDeHoja(lblTxtNumHoja.Caption()));
 
     gSQL = sqlDeLaLista();
     const int activacion = ++activaciones_;
     CargarListaGenerica(*this, lstDetallesCabecerasHoja, gConexion, gSQL,
                         ColumnasDeLista(captura::Columnas()), {.anchoRelleno = kAnchoRelleno},
                         cargandoLista_);
+    MostrarMensajeEstado({});
     // Events have run meanwhile: the screen may be gone, or filling its list anew.
     if (!IsLoaded() || activacion != activaciones_) return;
-    MostrarMensajeEstado({});
+    gMostrarLista = false;
+    if (abierta == Modo::Seleccion) {
+        // A selection serves once, also one whose condition has failed.
+        gFiltroAnillas.clear();
+        gSQL.clear();
+    }
     if (!cargandoLista_) {
         Unload();
         return;
     }
-    prepararLista();
+    prepararLista(abierta);
 }
 
-void frm07_DetallesHojasCampo::prepararLista() {
-    const Modo abierta = modo();
-    gMostrarLista = false;
+void frm07_DetallesHojasCampo::prepararLista(Modo abierta) {
     if (abierta == Modo::Hoja) {
         if (gNuevaHoja) return;
         cmdVerListaCapturas.Visible() ? cmdVerListaCapturas_Click() : cmdVerCaptura_Click();
@@ -100,10 +105,6 @@ void frm07_DetallesHojasCampo::prepararLista() {
     }
     cubrirConLaLista();
     if (lstDetallesCabecerasHoja.Count() > 0) lstDetallesCabecerasHoja.SetFocus();
-    if (abierta == Modo::Seleccion) {
-        gFiltroAnillas.clear();
-        gSQL.clear();
-    }
     if (lstDetallesCabecerasHoja.Count() > 0) return;
     if (abierta == Modo::Duplicados) {
         cmdVerCaptura.SetEnabled(false);

@@ -261,6 +261,53 @@ TEST_F(Hojas, ElOrdenPorFechaVaPorDiasYAlternaEntreLasListas) {
     EXPECT_EQ(cabeceras.Cell(0, 4), u"01/12/2009");
 }
 
+TEST_F(Hojas, UnaHojaBuscadaPorSuNumeroQuedaALaVista) {
+    datos();
+    forms::runAction([] {
+        hojas().Show();
+        hojas().cmdVerListaHojas_Click();
+    });
+    escribirEn(hojas(), hojas().txtNumHoja, u"123456000002"_s);
+    hojas().UserKey(key::F8);
+    EXPECT_FALSE(hojas().lstCabecerasHoja.Visible());
+    EXPECT_EQ(hojas().dtpCaptura.Text(), u"01/12/2009");
+    hojas().UserKey(key::F5);
+    EXPECT_TRUE(hojas().lstCabecerasHoja.Visible());
+}
+
+TEST_F(Hojas, LasCapturasDeUnaFilaTomanFechaYLugarDeSuHojaYVuelvenAElla) {
+    datos();
+    forms::runAction([] { hojas().Show(); });
+    hojas().UserSelectRow(hojas().lstCabecerasHoja, 1);
+    hojas().UserKey(key::F6);
+    EXPECT_EQ(capturas().Caption(), u"Detalle Hoja de Campo nº 123456000002");
+    EXPECT_EQ(capturas().lblTxtFecha.Caption(), u"01/12/2009");
+    EXPECT_EQ(capturas().lbltxtLocalidad.Caption(), u"Amurrio   Amurrio .-. 01002");
+    EXPECT_EQ(columna(5), u"1L.00002");
+    capturas().UserClose();
+    EXPECT_EQ(hojas().lblIdCabecera.Caption(), u"2");
+    EXPECT_EQ(hojas().dtpCaptura.Text(), u"01/12/2009");
+    EXPECT_TRUE(hojas().cmdNuevo.Enabled());
+}
+
+TEST_F(Hojas, UnCambioQueNoSePuedeEscribirDejaLoTecleado) {
+    datos();
+    sql(u"INSERT INTO ALMACEN VALUES (1, 'L', '1L', '00001', '00099', 99, '01/01/2010', 'A')"_s);
+    auto& pantalla = abrirLista();
+    pantalla.UserSelectRow(lista(), 0);
+    pantalla.UserKey(key::F12);
+    escribirEn(pantalla, pantalla.txtIniciales, u"o'n"_s);
+    pantalla.UserKey(key::F3);
+    ASSERT_EQ(host.cajas.size(), 1u);
+    EXPECT_EQ(host.cajas[0].title, u"¡ERROR al ejecutar SQL!");
+    EXPECT_EQ(pantalla.txtIniciales.Text(), u"O'N");
+    EXPECT_TRUE(gModificando);
+    EXPECT_EQ(columna(20), QString(u"  "_s));
+    pantalla.txtIniciales.SetText(u"ON"_s);
+    pantalla.UserKey(key::F3);
+    EXPECT_EQ(filas(u"SELECT IniAnillador FROM ANIAHO WHERE IdCabecera=1 AND NumRegistro=1"_s), u"ON");
+}
+
 TEST_F(Hojas, UnaHojaCuyaLocalidadNoEstaConservaSuCodigo) {
     datos();
     sql(u"UPDATE ANICHO SET CodLocalidad='99999' WHERE IdCabecera=1"_s);
