@@ -75,7 +75,7 @@ class Avance {
         pantalla_->Refresh();
     }
     void filas(int cuantas) {
-        if (pantalla_) pantalla_->Progreso.SetMax(cuantas);
+        if (pantalla_) pantalla_->Progreso.SetMax(std::max(cuantas, 1));
     }
     void fila() {
         if (!pantalla_) return;
@@ -322,7 +322,6 @@ void RenumerarHojasImportadas() {
     propietarios.Open(u"SELECT DISTINCT CodAnillador FROM ANICHO WHERE NumHoja = -1 "_s, gConexion,
                       ado::Cursor::Keyset, ado::Lock::Optimistic);
     for (; !propietarios.Eof(); propietarios.MoveNext()) {
-        // A sheet without an owner has no series to be numbered in.
         const basic::Variant codigo = propietarios.Value(u"CodAnillador"_s);
         if (!codigo.isNull()) RenumerarHojasPendientes(codigo, lote);
     }
@@ -338,8 +337,10 @@ void RenumerarHojasPendientes(const basic::Variant& Codigo, Lote& lote) {
             u") ORDER BY FechaCaptura "_s,
         gConexion, ado::Cursor::Keyset, ado::Lock::Optimistic);
     for (; !hojas.Eof(); hojas.MoveNext()) {
-        lote.abrir();
+        // A sheet without an owner has no series to be numbered in; it goes on waiting.
         const basic::Variant propietario = hojas.Value(u"CodAnillador"_s);
+        if (propietario.isNull()) continue;
+        lote.abrir();
         const basic::Variant numero = SiguienteNumHoja(propietario, propietario);
         gConexion.Execute(u"UPDATE ANICHO SET NumHoja="_s + numero.toText() + u" WHERE IdCabecera="_s +
                           hojas.Text(u"IdCabecera"_s));

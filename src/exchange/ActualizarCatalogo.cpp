@@ -122,7 +122,7 @@ void ActualizarCatalogo::importarFilas() {
     const std::vector<QStringList> filas = LeerTablaTexto(RutaCatalogo, kSeparadorFichero);
     const int ultima = static_cast<int>(filas.size()) - 1;
     ProgressBar1.SetValue(0);
-    ProgressBar1.SetMax(std::max(ultima, 0));
+    ProgressBar1.SetMax(std::max(ultima, 1));
     Lote lote(gConexion);
     for (int i = 1; i <= ultima; ++i) {
         if (i == 1) mostrarPanel(true);
