@@ -79,8 +79,7 @@ bool aceptable(const QString& rellena) {
 }
 
 /// A kind of ring: how its normalised form begins, and what that says. "?" stands for the ring's own first
-/// character,
-/// "??" for its first two.
+/// character, "??" for its first two.
 struct Patron {
     QStringView comienzo;  ///< three places: a character, or a set of characters and ranges in brackets
     QStringView modelo;
@@ -131,8 +130,8 @@ QString resolver(QStringView dato, const QString& anilla) {
     return dato.startsWith(u'?') ? anilla.left(dato.size()) : dato.toString();
 }
 
-/// The number in a piece of a ring: "." only groups digits, a letter is an error (as in any other
-/// conversion).
+/// The number in a piece of a ring: "." only groups digits; a letter is an error, also an "E", which would
+/// begin an exponent elsewhere.
 qint32 aNumero(const QString& texto) {
     if (std::any_of(texto.begin(), texto.end(), [](QChar c) { return c.isLetter(); }))
         throw RuntimeError(basic::error::TypeMismatch);

@@ -5,6 +5,7 @@
 #include "sheets/Anillas.h"
 #include "sheets/ColumnasCapturas.h"
 #include "sheets/HojasComun.h"
+#include "sheets/LugaresCaptura.h"
 #include "sheets/frm06_HojasCampo.h"
 #include "sheets/frm07_DetallesHojasCampo.h"
 
@@ -15,14 +16,6 @@ using namespace Qt::StringLiterals;
 using forms::Tint;
 
 namespace {
-
-// Places in the lists, where the rules go by place and not by code.
-constexpr int kAnillamiento = 0;
-constexpr int kRecuperacion = 1;
-constexpr int kPollo = 1;
-constexpr int kYaLlevabaAnilla = 4;
-constexpr int kMudaSinAnotar = 0;
-constexpr int kReservaSinAnotar = 8;
 
 // Codes that the screen chooses by itself.
 const QString kCentroPropio = u"ESI"_s;
@@ -61,7 +54,6 @@ void frm07_DetallesHojasCampo::optTodas_Click() {
 }
 
 void frm07_DetallesHojasCampo::dbcboEspecie_Change() {
-    constexpr int cifrasDelCodigo = 5;
     const QString especie = dbcboEspecie.Text();
     const QString idEspecie = dbcboEspecie.BoundText();
     // A stored capture may show a species that the list does not offer: its labels have come from the
@@ -69,14 +61,14 @@ void frm07_DetallesHojasCampo::dbcboEspecie_Change() {
     // unseen.
     if (idEspecie.isEmpty() && !especie.isEmpty()) return;
     lblIdEspecie.SetCaption(idEspecie);
-    lblCodEspecie.SetCaption(basic::Right(especie, cifrasDelCodigo));
+    lblCodEspecie.SetCaption(basic::Right(especie, captura::kCifrasEspecie));
 }
 
 // --- What ties the fields
 
 void frm07_DetallesHojasCampo::cboTipoRegistro_Click() {
-    if (cboTipoRegistro.ListIndex() == kAnillamiento) tipoAnillamiento();
-    if (cboTipoRegistro.ListIndex() == kRecuperacion) tipoRecuperacion();
+    if (cboTipoRegistro.ListIndex() == captura::kAnillamiento) tipoAnillamiento();
+    if (cboTipoRegistro.ListIndex() == captura::kRecuperacion) tipoRecuperacion();
 }
 
 void frm07_DetallesHojasCampo::tipoAnillamiento() {
@@ -122,15 +114,15 @@ void frm07_DetallesHojasCampo::usarCondicion(bool usar) {
 }
 
 void frm07_DetallesHojasCampo::cboEdad_Click() {
-    const bool pollo = cboEdad.ListIndex() == kPollo;
+    const bool pollo = cboEdad.ListIndex() == captura::kPollo;
     cboTamañoNidada.SetEnabled(pollo);
     if (!pollo) cboTamañoNidada.SetListIndex(-1);
 }
 
 void frm07_DetallesHojasCampo::cboInfoAnilla_Click() {
-    const bool yaLlevaba = cboInfoAnilla.ListIndex() == kYaLlevabaAnilla;
-    AnillaSustituida.SetEnabled(yaLlevaba);
-    if (!yaLlevaba) AnillaSustituida.SetText({});
+    const bool admite = cboInfoAnilla.ListIndex() == captura::kAdmiteSustituida;
+    AnillaSustituida.SetEnabled(admite);
+    if (!admite) AnillaSustituida.SetText({});
 }
 
 void frm07_DetallesHojasCampo::txtNumAnilla_LostFocus() {
@@ -147,7 +139,7 @@ void frm07_DetallesHojasCampo::medida_LostFocus(forms::TextBox& medida, int deci
 
 /// Brood patch, fat and muscle: whoever looks at them looks at the moult too.
 void frm07_DetallesHojasCampo::reserva_LostFocus(const forms::ComboBox& combo) {
-    if (cboMuda.ListIndex() == kMudaSinAnotar && combo.ListIndex() != kReservaSinAnotar)
+    if (cboMuda.ListIndex() == captura::kMudaSinAnotar && combo.ListIndex() != captura::kReservaSinAnotar)
         SeleccionarEnCombo(cboMuda, kMudaConMedidas);
 }
 
@@ -216,7 +208,7 @@ void frm07_DetallesHojasCampo::ponerPredeterminados() {
     };
     for (const auto& [combo, codigo] : predeterminados)
         SeleccionarEnCombo(*combo, codigo);
-    if (cboTipoRegistro.ListIndex() == kAnillamiento) usarCondicion(false);
+    if (cboTipoRegistro.ListIndex() == captura::kAnillamiento) usarCondicion(false);
 }
 
 // --- From one capture to the next
@@ -230,7 +222,7 @@ void frm07_DetallesHojasCampo::prepararSiguiente() {
     SeleccionarEnCombo(cboMuda, kMudaNinguna);
     for (forms::ComboBox* reserva : {&cboPlaca, &cboGrasa, &cboMusculo})
         SeleccionarEnCombo(*reserva, kReservaDesconocida);
-    if (cboTipoRegistro.ListIndex() == kRecuperacion) {
+    if (cboTipoRegistro.ListIndex() == captura::kRecuperacion) {
         prepararTrasRecuperacion();
     } else {
         prepararTrasAnillamiento();
@@ -241,7 +233,7 @@ void frm07_DetallesHojasCampo::prepararTrasAnillamiento() {
     QString anilla = txtNumAnilla.Text();
     txtNumAnilla.SetText(SiguienteAnilla(anilla));
     txtNumAnilla_LostFocus();
-    cboTipoRegistro.SetListIndex(kAnillamiento);
+    cboTipoRegistro.SetListIndex(captura::kAnillamiento);
     cboCircunstancia.SetListIndex(-1);
     cboCondicion.SetListIndex(-1);
     ponerListaDelante(false);
@@ -250,12 +242,12 @@ void frm07_DetallesHojasCampo::prepararTrasAnillamiento() {
 
 void frm07_DetallesHojasCampo::prepararTrasRecuperacion() {
     if (ckMantenerDato.Value() == 0) {
-        cboTipoRegistro.SetListIndex(kAnillamiento);
+        cboTipoRegistro.SetListIndex(captura::kAnillamiento);
         cboCircunstancia.SetListIndex(-1);
         cboCondicion.SetListIndex(-1);
         ckMantenerDato.SetVisible(false);
     } else {
-        cboTipoRegistro.SetListIndex(kRecuperacion);
+        cboTipoRegistro.SetListIndex(captura::kRecuperacion);
         usarCondicion(true);
         SeleccionarEnCombo(cboInfoAnilla, kInfoYaAnillada);
         SeleccionarEnCombo(cboCondicion, kCondicionHabitual);

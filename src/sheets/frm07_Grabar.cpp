@@ -6,6 +6,7 @@
 #include "sheets/Anillas.h"
 #include "sheets/ColumnasCapturas.h"
 #include "sheets/HojasComun.h"
+#include "sheets/LugaresCaptura.h"
 #include "sheets/frm06_HojasCampo.h"
 #include "sheets/frm07_DetallesHojasCampo.h"
 #include "store/AlmacenAnillas.h"
@@ -18,13 +19,6 @@ using namespace Qt::StringLiterals;
 namespace box = forms::box;
 
 namespace {
-
-constexpr int kRecuperacion = 1;
-constexpr int kPollo = 1;
-/// The place of the ring information at which the replaced ring is asked for. The field itself is open at
-/// another one.
-constexpr int kPideSustituida = 5;
-constexpr int kCifrasEspecie = 5;
 
 bool hayFilas(const QString& sql) {
     ado::Recordset filas;
@@ -110,7 +104,8 @@ void frm07_DetallesHojasCampo::avisarAutocontrol() {
         avisar(u"El anillamiento correspondiente a este autocontrol no se encuentra en la base de datos"_s);
         return;
     }
-    AnillamientoMismaEspecie(centro, anilla, basic::Right(dbcboEspecie.Text(), kCifrasEspecie), existe);
+    AnillamientoMismaEspecie(centro, anilla, basic::Right(dbcboEspecie.Text(), captura::kCifrasEspecie),
+                             existe);
     if (!existe)
         avisar(
             u"La especie indicada en el anillamiento no coincide con la que se ha introducido en el autocontrol"_s);
@@ -123,18 +118,18 @@ bool frm07_DetallesHojasCampo::faltanDatosDelTipo() {
     };
     const auto falta = [](const forms::ComboBox& combo) { return combo.ListIndex() == -1; };
 
-    if (cboTipoRegistro.ListIndex() == kRecuperacion) {
+    if (cboTipoRegistro.ListIndex() == captura::kRecuperacion) {
         cboCondicion.SetEnabled(true);
         if (falta(cboCondicion)) return avisar(u"El campo Condición es obligatorio"_s);
         if (falta(cboCircunstancia)) return avisar(u"El campo Circunstancia es obligatorio"_s);
-        if (cboInfoAnilla.ListIndex() == kPideSustituida && AnillaSustituida.Text().isEmpty())
+        if (cboInfoAnilla.ListIndex() == captura::kPideSustituida && AnillaSustituida.Text().isEmpty())
             return avisar(u"El campo Anilla sustituida es obligatorio"_s);
     }
     if (falta(cboTransporte)) return avisar(u"El campo Transporte es obligatorio"_s);
     if (falta(cboManipulacion)) return avisar(u"El campo Manipulación es obligatorio"_s);
     if (falta(cboInfoAnilla)) return avisar(u"El campo Info. Anilla es obligatorio"_s);
     if (falta(cboModo)) return avisar(u"El campo ModoStatus es obligatorio"_s);
-    if (cboEdad.ListIndex() == kPollo && falta(cboTamañoNidada))
+    if (cboEdad.ListIndex() == captura::kPollo && falta(cboTamañoNidada))
         return avisar(u"El campo Tamaño Nidada es obligatorio cuando se trata de un pollo"_s);
     return false;
 }
@@ -250,7 +245,7 @@ void frm07_DetallesHojasCampo::cmdModificar_Click() {
     cmdVerCaptura.SetVisible(false);
     cmdModificar.SetEnabled(false);
     cmdGrabar.SetEnabled(true);
-    if (cboEdad.ListIndex() != kPollo) cboTamañoNidada.SetEnabled(false);
+    if (cboEdad.ListIndex() != captura::kPollo) cboTamañoNidada.SetEnabled(false);
 }
 
 }  // namespace tarmel

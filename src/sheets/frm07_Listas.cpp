@@ -6,6 +6,7 @@
 #include "platform/forms/Pantallas.h"
 #include "sheets/ColumnasCapturas.h"
 #include "sheets/HojasComun.h"
+#include "sheets/LugaresCaptura.h"
 #include "sheets/frm06_HojasCampo.h"
 #include "sheets/frm07_DetallesHojasCampo.h"
 
@@ -18,9 +19,6 @@ namespace box = forms::box;
 namespace key = forms::key;
 
 namespace {
-
-constexpr int kAnillamiento = 0;
-constexpr int kPollo = 1;
 
 const QString kListado = u"Listado de anillas"_s;
 const QString kListadoDuplicadas = u"Listado de anillas duplicadas"_s;
@@ -168,7 +166,7 @@ void frm07_DetallesHojasCampo::cmdVerCaptura_Click() {
     cmdGrabar.SetEnabled(false);
     mantenimiento_.ControlesEnabledDisable(false);
     mostrarSegunTipo();
-    if (cboEdad.ListIndex() != kPollo) cboTamañoNidada.SetEnabled(false);
+    if (cboEdad.ListIndex() != captura::kPollo) cboTamañoNidada.SetEnabled(false);
     cmdVerListaCapturas.SetFocus();
 }
 
@@ -204,7 +202,7 @@ void frm07_DetallesHojasCampo::tomarHojaDeLaFila() {
 
 /// Condition and circumstance of a stored capture: closed and greyed for a ringing.
 void frm07_DetallesHojasCampo::mostrarSegunTipo() {
-    if (cboTipoRegistro.ListIndex() == kAnillamiento) {
+    if (cboTipoRegistro.ListIndex() == captura::kAnillamiento) {
         usarCondicion(false);
         return;
     }
