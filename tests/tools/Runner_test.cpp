@@ -118,7 +118,7 @@ TEST_F(Play, WhatNoHandCouldDoIsRefused) {
         EXPECT_EQ(tally.refused, 1) << step;
     }
     EXPECT_EQ(play(u"click main.ask"_s).refused, 1);
-    EXPECT_EQ(play(u"start\nfly"_s).refused, 1);
+    EXPECT_EQ(play(u"start\nfly\nexpect open main"_s).refused, 1);
 }
 
 TEST_F(Play, AFieldThatIsNotLeftKeepsTheFocus) {

@@ -15,6 +15,7 @@
 #include <QTest>
 #include <QToolBar>
 #include <QTreeView>
+#include <cstdio>
 #include <map>
 #include <utility>
 
@@ -45,6 +46,13 @@ Qt::Key toolkitKey(int key) {
     return keys.at(key);
 }
 
+/// What the off-screen platform cannot do to its windows is no news; all else is said as usual.
+void sayUnlessOffScreen(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (message.startsWith("This plugin does not support"_L1)) return;
+    const QString line = qFormatLogMessage(type, context, message);
+    std::fprintf(stderr, "%s\n", line.toLocal8Bit().constData());
+}
+
 void clickAt(QWidget& widget, QPoint at) {
     QTest::mouseClick(&widget, Qt::LeftButton, {}, at);
 }
@@ -59,6 +67,7 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
     const bool hasDisplay =
         qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
     if (!hasDisplay && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(sayUnlessOffScreen);
     auto application = std::make_unique<QApplication>(argc, argv);
     desktop::prepareApplication();
     return application;

@@ -92,7 +92,13 @@ void ModelDriver::choose(forms::ComboBox& combo, int index) {
 }
 
 void ModelDriver::setDate(forms::DatePicker& picker, basic::Date date) {
-    guard([&] { picker.form().UserSetDate(picker, date); });
+    // The hand sets the day or the hour; the other part stays as it is.
+    const basic::Date old = picker.Value();
+    const bool isTime = date.dayPart() == basic::Date();
+    const auto day = (isTime ? old : date).parts();
+    const auto hour = (isTime ? date : old).parts();
+    const auto value = basic::Date::of(day.year, day.month, day.day, hour.hour, hour.minute, hour.second);
+    guard([&] { picker.form().UserSetDate(picker, value); });
 }
 
 void ModelDriver::clickRow(forms::ListView& list, int row) {

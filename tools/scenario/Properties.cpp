@@ -48,6 +48,8 @@ bool isEnabled(const forms::Control& control) {
     return true;
 }
 
+std::optional<QString> captionOf(const forms::Control& control);
+
 std::optional<QString> textOf(const forms::Control& control) {
     switch (control.kind()) {
         case Kind::TextBox:
@@ -60,7 +62,7 @@ std::optional<QString> textOf(const forms::Control& control) {
         case Kind::ListView:
             return as<forms::ListView>(control).SelectedText();
         default:
-            return std::nullopt;
+            return captionOf(control);
     }
 }
 

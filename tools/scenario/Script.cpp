@@ -251,6 +251,8 @@ const Demands kOfFile = {{u"exists"_s, Takes::Nothing},
                          {u"line"_s, Takes::NumberAndText}};
 
 const QStringList kIcons = {u"none"_s, u"critical"_s, u"question"_s, u"exclamation"_s, u"information"_s};
+const std::map<QString, QString> kOtherIconNames = {{u"stop"_s, u"critical"_s},
+                                                    {u"warning"_s, u"exclamation"_s}};
 const QStringList kButtons = {u"OK"_s, u"OKCancel"_s, u"YesNo"_s};
 
 std::vector<Clause> clauses(Words& words, const Demands& allowed) {
@@ -276,6 +278,10 @@ std::vector<Clause> clauses(Words& words, const Demands& allowed) {
                 clause.number = words.number(what, 1);
                 clause.value = words.quoted(what);
                 break;
+        }
+        if (const auto other = kOtherIconNames.find(clause.value);
+            clause.name == "icon"_L1 && other != kOtherIconNames.end()) {
+            clause.value = other->second;
         }
         if (clause.name == "icon"_L1 && !kIcons.contains(clause.value)) {
             throw Refused{u"no such icon: "_s + clause.value};

@@ -25,15 +25,16 @@ int wrongCall(const QString& why) {
     return kWrongCall;
 }
 
-int play(tarmel::scenario::Runner& runner, tarmel::scenario::Driver& driver, const QStringList& files,
-         QTextStream& out) {
+void play(tarmel::scenario::Runner& runner, tarmel::scenario::Driver& driver, const QStringList& files) {
     runner.setDriver(&driver);
     for (const QString& file : files) {
         runner.play(file);
     }
-    const auto& tally = runner.tally();
-    if (tally.refused > 0) out << tally.refused << " steps refused\n";
-    if (tally.brokenOff > 0) out << "ended by an unexpected run-time error: " << tally.brokenOff << "\n";
+}
+
+int conclude(const tarmel::scenario::Tally& tally, QTextStream& out) {
+    if (tally.refused > 0) out << tally.refused << " refused\n";
+    if (tally.brokenOff > 0) out << tally.brokenOff << " ended by an unexpected run-time error\n";
     out << tally.passed << " passed, " << tally.failed << " failed\n";
     return tally.isClean() ? kClean : kNotClean;
 }
@@ -62,12 +63,17 @@ int main(int argc, char** argv) {
     if (!parser.isSet(desktop)) {
         const QCoreApplication application(argc, argv);
         tarmel::scenario::ModelDriver driver(runner, folder.canonicalFilePath(), tarmel::Main);
-        return play(runner, driver, files, out);
+        play(runner, driver, files);
+        return conclude(runner.tally(), out);
     }
 #ifdef TARMEL_WITH_WINDOWS
     const auto application = tarmel::scenario::makeApplication(argc, argv);
-    tarmel::scenario::DesktopDriver driver(runner, folder.canonicalFilePath(), parser.value(shots));
-    return play(runner, driver, files, out);
+    {
+        // Gone before the last line is written, so that nothing of the windows is said behind it.
+        tarmel::scenario::DesktopDriver driver(runner, folder.canonicalFilePath(), parser.value(shots));
+        play(runner, driver, files);
+    }
+    return conclude(runner.tally(), out);
 #else
     return wrongCall(u"built without windows"_s);
 #endif

@@ -157,10 +157,15 @@ void Pantallas::settle() {
         if (modal && std::find(state_->shown.begin(), state_->shown.end(), modal) == state_->shown.end())
             return;
         Form* front = Active();
-        if (!front || front == state_->activated) return;
+        if (!front || front == state_->activated) break;
         activate(*front);
         front->giveFirstFocus();
-        front->settleFocus();
+    }
+    // What ran may have taken the focus from controls of other forms than the one it began on.
+    const auto shown = state_->shown;
+    for (Form* form : shown) {
+        if (std::find(state_->shown.begin(), state_->shown.end(), form) != state_->shown.end())
+            form->settleFocus();
     }
 }
 

@@ -186,6 +186,19 @@ TEST_F(Registry, AModalBlocksWhatLiesUnderItAndSettlesItsOwnForms) {
         "hidden b, modal ends, activate a, ~c");
 }
 
+TEST_F(Registry, AnActionOnOneFormThatDisablesTheFocusOfAnotherMovesItOn) {
+    get("a").Show();
+    get("b").Show();
+    TextBox field(get("b"), "field");
+    get("b").onActivate = [] { get("a").button.SetEnabled(false); };
+    TextBox next(get("a"), "next");
+    get("a").UserActivate();
+    EXPECT_EQ(get("a").ActiveControl(), &get("a").button);
+    get("b").UserActivate();
+    EXPECT_EQ(get("a").ActiveControl(), &next);
+    EXPECT_EQ(get("b").ActiveControl(), &get("b").button);
+}
+
 TEST_F(Registry, AnErrorThatNobodyCatchesIsShownAndEndsTheProgram) {
     get("a").Show();
     get("a").onClick = [] { throw basic::RuntimeError(13); };
