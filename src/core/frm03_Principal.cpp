@@ -212,19 +212,16 @@ void frm03_Principal::mnuNuevaHoja_Click() {
 }
 
 void frm03_Principal::mnuListadoAnillasTodas_Click() {
-    if (avisarSiPendiente(u"mnuListadoAnillasTodas"_s)) return;
     abrirListaAnillas(u"Cargando pantalla de listado de anillas........"_s, false, u"Listado de anillas"_s);
 }
 
 void frm03_Principal::mnuListadoAnillasSeleccion_Click() {
-    if (avisarSiPendiente(u"mnuListadoAnillasSeleccion"_s)) return;
     mostrarPantalla(u"frm18_SeleccionAnillas"_s, forms::Modality::Modal);
     if (gFiltroAnillas.isEmpty()) mnuListadoAnillasTodas_Click();
     abrirListaAnillas(u"Cargando pantalla de listado de anillas........"_s, false, u"Listado de anillas"_s);
 }
 
 void frm03_Principal::mnuAnillasDuplicadas_Click() {
-    if (avisarSiPendiente(u"mnuAnillasDuplicadas"_s)) return;
     abrirListaAnillas(u"Cargando pantalla de listado de anillas duplicadas........"_s, true,
                       u"Listado de anillas duplicadas"_s);
     if (forms::Control* lista = forms::pantallas().Get(kCapturas).Find(u"lstDetallesCabecerasHoja"_s))

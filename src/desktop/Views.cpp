@@ -6,9 +6,15 @@
 #include "desktop/Surface.h"
 #include "ui_frm01_Inicio.h"
 #include "ui_frm02_Matricula.h"
+#include "ui_frm04_ActualizarLocalidades.h"
+#include "ui_frm05_ActualizarEspecies.h"
 #include "ui_frm06_HojasCampo.h"
 #include "ui_frm07_DetallesHojasCampo.h"
+#include "ui_frm09_ImportarDatos.h"
+#include "ui_frm10_ExportarDatos.h"
 #include "ui_frm15_AlmacenAnillas.h"
+#include "ui_frm17_GestionAnillas.h"
+#include "ui_frm18_SeleccionAnillas.h"
 
 namespace tarmel::desktop {
 
@@ -34,9 +40,16 @@ std::vector<ViewKind>& viewKinds() {
         {QStringLiteral("frm01_Inicio"), Place::Splash, &described<Ui::frm01_Inicio>},
         {QStringLiteral("frm02_Matricula"), Place::Dialog, &described<Ui::frm02_Matricula>},
         {QStringLiteral("frm03_Principal"), Place::Frame, &frameWindow},
+        {QStringLiteral("frm04_ActualizarLocalidades"), Place::Page,
+         &described<Ui::frm04_ActualizarLocalidades>},
+        {QStringLiteral("frm05_ActualizarEspecies"), Place::Page, &described<Ui::frm05_ActualizarEspecies>},
         {QStringLiteral("frm06_HojasCampo"), Place::Page, &described<Ui::frm06_HojasCampo>},
         {QStringLiteral("frm07_DetallesHojasCampo"), Place::Page, &described<Ui::frm07_DetallesHojasCampo>},
+        {QStringLiteral("frm09_ImportarDatos"), Place::Dialog, &described<Ui::frm09_ImportarDatos>},
+        {QStringLiteral("frm10_ExportarDatos"), Place::Dialog, &described<Ui::frm10_ExportarDatos>},
         {QStringLiteral("frm15_AlmacenAnillas"), Place::Page, &described<Ui::frm15_AlmacenAnillas>},
+        {QStringLiteral("frm17_GestionAnillas"), Place::Page, &described<Ui::frm17_GestionAnillas>},
+        {QStringLiteral("frm18_SeleccionAnillas"), Place::Dialog, &described<Ui::frm18_SeleccionAnillas>},
     };
     return kinds;
 }
