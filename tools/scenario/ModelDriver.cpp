@@ -1,5 +1,6 @@
 #include "scenario/ModelDriver.h"
 
+#include <QDir>
 #include <utility>
 
 #include "core/DefinicionesGlobales.h"
@@ -21,6 +22,14 @@ ModelDriver::~ModelDriver() {
 void ModelDriver::forgetProgram() {
     forms::pantallas().Reset();
     reiniciarSesion();
+    instance_.reset();
+}
+
+/// It stands for the program that lies in the application folder.
+bool ModelDriver::PreviousInstance() const {
+    const QString program = QDir(folder_).filePath(forms::kProgramName);
+    if (!instance_) instance_ = std::make_unique<sys::SingleInstance>(program);
+    return instance_->anotherIsRunning();
 }
 
 /// The end of the program unwinds to the outermost action, from where the next line of the scenario goes on.

@@ -2,8 +2,10 @@
 
 #include <QString>
 #include <functional>
+#include <memory>
 
 #include "platform/forms/Host.h"
+#include "platform/system/SingleInstance.h"
 #include "scenario/Driver.h"
 #include "scenario/Runner.h"
 
@@ -53,16 +55,17 @@ class ModelDriver final : public Driver, public forms::Host {
     void ShowHelp(const QString&) override {}
     void ShowDateTimeSettings() override {}
     [[nodiscard]] QString ApplicationPath() const override { return folder_; }
-    [[nodiscard]] bool PreviousInstance() const override { return false; }
+    [[nodiscard]] bool PreviousInstance() const override;
     [[noreturn]] void EndProgram() override;
 
  private:
     void guard(const std::function<void()>& action);
-    static void forgetProgram();
+    void forgetProgram();
 
     Runner& runner_;
     QString folder_;
     std::function<void()> program_;
+    mutable std::unique_ptr<sys::SingleInstance> instance_;  ///< held while the program runs
     bool ended_ = false;
     int depth_ = 0;
 };
