@@ -368,7 +368,6 @@ std::vector<ExpressionPtr> Parser::expressions() {
 
 /// An expression whose operators bind at least as tightly as `level`.
 ExpressionPtr Parser::expression(int level) {
-    const Nesting nesting(*this);
     ExpressionPtr left = operand();
     while (true) {
         if (atComparisonWord()) {
@@ -387,6 +386,7 @@ ExpressionPtr Parser::expression(int level) {
 }
 
 ExpressionPtr Parser::operand() {
+    const Nesting level(*this);
     const qsizetype position = current().position;
     for (const Operator op : {Operator::Not, Operator::Negate}) {
         const bool here = op == Operator::Not ? atWord(u"NOT") : at(TokenKind::Minus);

@@ -9,7 +9,7 @@
 namespace tarmel::access_sql {
 
 /// How deep expressions, joins and sub-selects may be bracketed in one another.
-inline constexpr int kDeepestNesting = 30;
+inline constexpr int kDeepestNesting = 25;
 /// How many levels the tree of one expression may have: what a chain like a=1 OR a=2 OR ... comes to.
 inline constexpr int kDeepestTree = 400;
 inline constexpr std::size_t kMostTables = 60;   ///< of one SELECT

@@ -8,10 +8,17 @@ namespace tarmel::access_sql {
 
 namespace {
 
+/// The columns are those of the first SELECT; where it says Null, another one tells the type.
 std::vector<OutputColumn> columnsOf(const Query& query) {
+    const std::vector<Output>& outputs = query.parts.front().outputs;
     std::vector<OutputColumn> columns;
-    for (const Output& output : query.parts.front().outputs) {
-        columns.push_back({output.name, output.table, output.value->type});
+    columns.reserve(outputs.size());
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+        Type type = Type::Unknown;
+        for (const Select& part : query.parts) {
+            if (type == Type::Unknown) type = part.outputs[i].value->type;
+        }
+        columns.push_back({outputs[i].name, outputs[i].table, type});
     }
     return columns;
 }

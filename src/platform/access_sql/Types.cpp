@@ -142,10 +142,24 @@ int TableDef::indexOf(QStringView column) const {
     return -1;
 }
 
+void appendQuoted(QByteArray& text, QStringView name) {
+    text += '"';
+    for (qsizetype i = 0; i < name.size(); ++i) {
+        const char16_t c = name[i].unicode();
+        if (c >= 0x80) {
+            text += name.sliced(i).toUtf8().replace('"', "\"\"");
+            break;
+        }
+        if (c == u'"') text += '"';
+        text += static_cast<char>(c);
+    }
+    text += '"';
+}
+
 QByteArray quoted(QStringView name) {
-    QByteArray text = name.toUtf8();
-    text.replace('"', "\"\"");
-    return '"' + text + '"';
+    QByteArray text;
+    appendQuoted(text, name);
+    return text;
 }
 
 QByteArray declaredType(const ColumnDef& column) {

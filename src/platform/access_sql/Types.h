@@ -17,6 +17,9 @@ enum class Kind { Unknown, Number, Boolean, Date, Text, Binary };
 /// Whether + joins: two texts, or a text and what has no type of its own (Null, a parameter).
 [[nodiscard]] bool joinsTexts(Kind a, Kind b);
 
+/// Adds the name between quotes, those inside it doubled. Most of what the writer writes is names.
+void appendQuoted(QByteArray& text, QStringView name);
+
 /// A type as CREATE TABLE names it.
 struct TypeName {
     QStringView name;

@@ -130,7 +130,7 @@ void Writer::groups(const Select& select) {
     for (const ExpressionPtr& group : select.groupBy) {
         if (!first) out_ += ", ";
         first = false;
-        value(*group, kOperandLevel);
+        sortKey(*group);
         if (isText(*group) && (!plain_ || equalityCollation({group.get()}))) collate(spanish());
     }
     for (const Source* source : rows) {
@@ -153,6 +153,16 @@ void Writer::rowNumber(const Source& source) {
     }
 }
 
+/// A number that stands alone would be taken for a position.
+void Writer::sortKey(const Expression& expression) {
+    bool constant = true;
+    forEach(expression,
+            [&constant](const Expression& part) { constant = constant && !part.as<ColumnName>(); });
+    if (constant) out_ += "coalesce(";
+    value(expression, kOperandLevel);
+    if (constant) out_ += ", NULL)";
+}
+
 void Writer::order(const Query& query) {
     for (std::size_t i = 0; i < query.orderBy.size(); ++i) {
         out_ += i == 0 ? " ORDER BY " : ", ";
@@ -166,7 +176,7 @@ void Writer::orderItem(const Query& query, const OrderItem& item) {
     if (item.output >= 0) {
         out_ += QByteArray::number(item.output + 1);
     } else {
-        value(expression, kOperandLevel);
+        sortKey(expression);
     }
     if (isText(expression)) collate(spanish());
     if (item.descending) out_ += " DESC";

@@ -17,7 +17,9 @@ class Writer {
     /// File: a view; literals stand in the text, which is plain SQLite that any program can read.
     enum class Target { Engine, File };
 
-    explicit Writer(Target target, const Schema& schema) : plain_(target == Target::File), schema_(schema) {}
+    Writer(Target target, const Schema& schema) : plain_(target == Target::File), schema_(schema) {
+        out_.reserve(1024);
+    }
 
     /// The columns of a SELECT are called as `names` says; as they come when it is empty.
     void write(const Query& query, const std::vector<QString>& names = {});
@@ -36,6 +38,7 @@ class Writer {
     void outputs(const Select& select, const Names& names, bool distinctText);
     void topQuery(const Query& query, const Names& names);
     void groups(const Select& select);
+    void sortKey(const Expression& expression);
     void order(const Query& query);
     void orderItem(const Query& query, const OrderItem& item);
     void tables(const Select& select);

@@ -56,8 +56,10 @@ void Writer::write(const Insert& insert) {
     const std::size_t count = insert.columns.empty() ? table.columns.size() : insert.columns.size();
     if (insert.values.size() != count) throw wrongCount();
     if (!insert.columns.empty()) {
-        for (std::size_t i = 0; i < count; ++i)
-            out_ += (i == 0 ? " (" : ", ") + quoted(insert.columns[i]);
+        for (std::size_t i = 0; i < count; ++i) {
+            out_ += i == 0 ? " (" : ", ";
+            appendQuoted(out_, insert.columns[i]);
+        }
         out_ += ")";
     }
     out_ += " VALUES (";
@@ -168,7 +170,9 @@ void Writer::write(const Update& update) {
     for (std::size_t i = 0; i < update.assignments.size(); ++i) {
         const Assignment& assignment = update.assignments[i];
         const ColumnDef& column = assignment.column->as<ColumnName>()->definition();
-        out_ += (i == 0 ? " SET " : ", ") + quoted(column.name) + " = ";
+        out_ += i == 0 ? " SET " : ", ";
+        appendQuoted(out_, column.name);
+        out_ += " = ";
         stored(*assignment.value, column);
     }
     where(update.rows);

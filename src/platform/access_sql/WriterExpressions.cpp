@@ -127,9 +127,9 @@ void Writer::parameter(const Parameter& parameter, Type convertTo) {
 }
 
 void Writer::column(const ColumnName& column) {
-    out_ += quoted(column.source->writtenName());
+    appendQuoted(out_, column.source->writtenName());
     out_ += '.';
-    out_ += quoted(column.definition().name);
+    appendQuoted(out_, column.definition().name);
 }
 
 // ---- The three ways to write an expression

@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include "platform/access_sql/Errors.h"
 #include "platform/access_sql/Translator.h"
 
 namespace tarmel::ado::detail {
@@ -54,6 +55,7 @@ QString description(int extendedCode, const QString& message) {
         default:
             break;
     }
+    if (message == u"parser stack overflow") return access_sql::tooComplex().description();
     const QString trouble = troubleOfFile(extendedCode);
     return trouble.isEmpty() ? message : trouble;
 }

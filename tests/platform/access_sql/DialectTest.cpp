@@ -219,6 +219,9 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"SELECT DISTINCTROW Lugares.Codigo-Lugares.Codigo FROM Lugares INNER JOIN Aves ON "
             "Aves.Lugar=Lugares.Lugar",
             "0;0"},
+        Row{"SELECT Id FROM Aves ORDER BY 'x', True, -1, Id DESC", "4;3;2;1"},
+        Row{"SELECT Null AS f FROM Lugares WHERE Lugar=1 UNION ALL SELECT Fecha FROM Aves WHERE Id=1",
+            "Null;2010-03-15 00:00:00"},
         Row{"SELECT TOP 1 Lugar FROM Aves ORDER BY Lugar", "1;1"}, Row{"SELECT TOP 2 Id FROM Aves", "1;2"},
         Row{"SELECT TOP 50 PERCENT Id FROM Aves ORDER BY Peso DESC, Id", "1;2"},
         Row{"SELECT TOP 2 Nombre FROM Aves ORDER BY Len(Nombre), Nombre", "aguja;NANDU"},
