@@ -1,5 +1,6 @@
 #include "platform/ado/Engine.h"
 
+#include <QStringEncoder>
 #include <algorithm>
 #include <utility>
 
@@ -21,15 +22,45 @@ namespace {
 /// Shapes kept: a program has some hundreds of statements; queries joined from choices add more without end.
 constexpr qsizetype kMostShapes = 400;
 
-void bindText(sqlite3_stmt* statement, int place, const QString& text) {
-    const QByteArray utf8 = text.toUtf8();
-    sqlite3_bind_text(statement, place, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
-}
+/// The texts of one binding, in UTF-8. They stand where they are until the statement is let go, so that the
+/// database need not copy them.
+class TextRoom {
+ public:
+    explicit TextRoom(const std::vector<Variant>& values) {
+        qsizetype size = 0;
+        for (const Variant& value : values) {
+            if (const auto* text = std::get_if<QString>(&value.raw()))
+                size += kLongestCharacter * text->size();
+            if (value.isDate()) size += kDateLength;
+        }
+        room_ = std::make_unique_for_overwrite<char[]>(static_cast<std::size_t>(size));
+        free_ = room_.get();
+    }
+    void bind(sqlite3_stmt* statement, int place, QStringView text) {
+        char* const start = free_;
+        for (const QChar c : text) {
+            if (c.unicode() >= 0x80) {
+                QStringEncoder utf8(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
+                free_ = utf8.appendToBuffer(start, text);
+                break;
+            }
+            *free_++ = static_cast<char>(c.unicode());
+        }
+        sqlite3_bind_text(statement, place, start, static_cast<int>(free_ - start), SQLITE_STATIC);
+    }
+    [[nodiscard]] std::unique_ptr<char[]> take() { return std::move(room_); }
 
-void bindValue(sqlite3_stmt* statement, int place, const Variant& value) {
+ private:
+    static constexpr qsizetype kLongestCharacter = 3;  // bytes of UTF-8 for a unit of UTF-16
+    static constexpr qsizetype kDateLength = 19;
+    std::unique_ptr<char[]> room_;
+    char* free_ = nullptr;
+};
+
+void bindValue(sqlite3_stmt* statement, int place, const Variant& value, TextRoom& texts) {
     const auto& raw = value.raw();
     if (const auto* text = std::get_if<QString>(&raw)) {
-        bindText(statement, place, *text);
+        texts.bind(statement, place, *text);
     } else if (const auto* whole = std::get_if<qint64>(&raw)) {
         sqlite3_bind_int64(statement, place, *whole);
     } else if (const auto* number = std::get_if<double>(&raw)) {
@@ -37,7 +68,7 @@ void bindValue(sqlite3_stmt* statement, int place, const Variant& value) {
     } else if (const auto* yes = std::get_if<bool>(&raw)) {
         sqlite3_bind_int(statement, place, *yes ? -1 : 0);
     } else if (const auto* date = std::get_if<basic::Date>(&raw)) {
-        bindText(statement, place, date->iso());
+        texts.bind(statement, place, date->iso());
     } else {
         sqlite3_bind_null(statement, place);
     }
@@ -52,21 +83,19 @@ const Variant& source(const Binding& binding, const std::vector<Variant>& litera
         u"Pocos parámetros. Se esperaba %1."_s.arg(binding.index + 1 - static_cast<int>(from.size())));
 }
 
-void bindAll(sqlite3_stmt* statement, const Translation& translation, const std::vector<Variant>& literals,
-             const Parameters& parameters) {
-    int place = 0;
-    for (const Binding& b : translation.bindings) {
-        ++place;
-        const Variant& value = source(b, literals, parameters);
-        if (b.convertTo == Type::Unknown) {
-            bindValue(statement, place, value);
-        } else if (b.storing) {
-            bindValue(statement, place,
-                      access_sql::convertForStoring(value, b.convertTo, b.width, b.scale, b.column));
-        } else {
-            bindValue(statement, place, access_sql::convertForComparing(value, b.convertTo));
-        }
-    }
+Variant converted(const Binding& b, const Variant& value) {
+    if (b.convertTo == Type::Unknown) return value;
+    return b.storing ? access_sql::convertForStoring(value, b.convertTo, b.width, b.scale, b.column)
+                     : access_sql::convertForComparing(value, b.convertTo);
+}
+
+std::vector<Variant> valuesOf(const Translation& translation, const std::vector<Variant>& literals,
+                              const Parameters& parameters) {
+    std::vector<Variant> values;
+    values.reserve(translation.bindings.size());
+    for (const Binding& b : translation.bindings)
+        values.push_back(converted(b, source(b, literals, parameters)));
+    return values;
 }
 
 }  // namespace
@@ -107,12 +136,22 @@ Lease& Lease::operator=(Lease&& other) noexcept {
     release();
     shape_ = std::move(other.shape_);
     statement_ = std::move(other.statement_);
+    texts_ = std::move(other.texts_);
     return *this;
+}
+
+void Lease::bind(const std::vector<Variant>& values) {
+    TextRoom texts(values);
+    int place = 0;
+    for (const Variant& value : values)
+        bindValue(statement_.get(), ++place, value, texts);
+    texts_ = texts.take();
 }
 
 void Lease::release() {
     if (!statement_) return;
     sqlite3_reset(statement_.get());
+    sqlite3_clear_bindings(statement_.get());
     if (shape_->current && !shape_->idle) {
         shape_->idle = std::move(statement_);
     } else {
@@ -202,7 +241,7 @@ Lease Engine::bound(const QString& sql, const Parameters& parameters) {
     Statement statement = shape->idle ? std::move(shape->idle)
                                       : prepare(handle(), shape->translation.text, SQLITE_PREPARE_PERSISTENT);
     Lease lease(std::move(shape), std::move(statement));
-    bindAll(lease.statement(), lease.shape().translation, text.literals, parameters);
+    lease.bind(valuesOf(lease.shape().translation, text.literals, parameters));
     return lease;
 }
 

@@ -47,6 +47,8 @@ class Lease {
     Lease(Lease&&) noexcept = default;
     Lease& operator=(Lease&& other) noexcept;
     ~Lease() { release(); }
+    /// One value for each parameter. The lease keeps the texts for as long as the statement may read them.
+    void bind(const std::vector<basic::Variant>& values);
     void release();
     [[nodiscard]] sqlite3_stmt* statement() const { return statement_.get(); }
     [[nodiscard]] const CachedShape& shape() const { return *shape_; }
@@ -54,6 +56,7 @@ class Lease {
 
  private:
     std::shared_ptr<CachedShape> shape_;
+    std::unique_ptr<char[]> texts_;
     Statement statement_;
 };
 
