@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QPointer>
 #include <QProcess>
 #include <QPushButton>
 #include <QScreen>
@@ -347,10 +348,11 @@ void Escritorio::Sleep(int milliseconds) {
 
 int Escritorio::askUser(const forms::MessageBox& message) {
     QMessageBox widget;
+    const QPointer<QWidget> over = windowInFront();
     // Not a child of the window in front, which may go while the box is open; but over it.
-    if (QWidget* window = windowInFront(); window && window->windowHandle()) {
+    if (over && over->windowHandle()) {
         widget.winId();
-        widget.windowHandle()->setTransientParent(window->windowHandle());
+        widget.windowHandle()->setTransientParent(over->windowHandle());
     }
     widget.setWindowTitle(message.title.isEmpty() ? forms::kProgramName : message.title);
     widget.setTextFormat(Qt::PlainText);
@@ -363,7 +365,7 @@ int Escritorio::askUser(const forms::MessageBox& message) {
     const int byDefault = defaultAnswer(message.buttons);
     widget.setDefaultButton(answerOf(byDefault).button);
     widget.adjustSize();
-    centre(widget, windowInFront());
+    centre(widget, over);
     if (answerer_) {
         QTimer::singleShot(0, &widget, [&] {
             const int answer = answerer_->answerBox(message, widget).value_or(byDefault);
@@ -377,6 +379,8 @@ int Escritorio::askUser(const forms::MessageBox& message) {
     boxes_.push_back(&widget);
     widget.exec();
     std::erase(boxes_, &widget);
+    // Not every platform has a window manager that brings back what was under the box.
+    if (over && over->isVisible()) over->activateWindow();
     leaveIfEnded();
     const auto pressed = widget.standardButton(widget.clickedButton());
     for (const Answer& answer : kAnswers) {
@@ -437,7 +441,13 @@ void Escritorio::ShowDateTimeSettings() {
 
 bool Escritorio::PreviousInstance() const {
     // Held from here on, so that later copies see this one.
-    if (!instance_) instance_ = std::make_unique<sys::SingleInstance>();
+    if (!instance_) {
+        // Driven on a folder that is not its own, it stands for the program that lies there.
+        const QString own = sys::SingleInstance::ownExecutable();
+        const bool isOwn = QDir(applicationPath_) == QDir(QFileInfo(own).absolutePath());
+        const QString there = QDir(applicationPath_).filePath(forms::kProgramName);
+        instance_ = std::make_unique<sys::SingleInstance>(isOwn ? own : there);
+    }
     return instance_->anotherIsRunning();
 }
 
@@ -449,7 +459,11 @@ QImage capturar(const Escritorio& escritorio, const forms::Form* form) {
         window = active ? escritorio.widgetOf(*active) : nullptr;
         if (window) window = window->window();
     }
-    return window ? window->grab().toImage() : QImage();
+    if (!window) return {};
+    // A picture shows where the focus is.
+    window->activateWindow();
+    QApplication::processEvents();
+    return window->grab().toImage();
 }
 
 }  // namespace tarmel::desktop

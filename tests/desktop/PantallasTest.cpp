@@ -9,9 +9,15 @@
 #include "core/frm02_Matricula.h"
 #include "core/frm03_Principal.h"
 #include "desktop/DataLabel.h"
+#include "exchange/frm04_ActualizarLocalidades.h"
+#include "exchange/frm05_ActualizarEspecies.h"
+#include "exchange/frm09_ImportarDatos.h"
+#include "exchange/frm10_ExportarDatos.h"
 #include "sheets/frm06_HojasCampo.h"
 #include "sheets/frm07_DetallesHojasCampo.h"
 #include "store/frm15_AlmacenAnillas.h"
+#include "store/frm17_GestionAnillas.h"
+#include "store/frm18_SeleccionAnillas.h"
 
 namespace tarmel::desktop {
 namespace {
@@ -121,15 +127,21 @@ TEST_P(PantallasTest, NothingIsClippedOnTheSmallestDisplay) {
     EXPECT_GT(checked, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, PantallasTest,
-                         testing::Values(Screen{frm01_Inicio::kName, &make<frm01_Inicio>},
-                                         Screen{frm02_Matricula::kName, &make<frm02_Matricula>},
-                                         Screen{frm03_Principal::kName, &make<frm03_Principal>},
-                                         Screen{frm06_HojasCampo::kName, &make<frm06_HojasCampo>},
-                                         Screen{frm07_DetallesHojasCampo::kName,
-                                                &make<frm07_DetallesHojasCampo>},
-                                         Screen{frm15_AlmacenAnillas::kName, &make<frm15_AlmacenAnillas>}),
-                         [](const auto& row) { return row.param.name.toStdString(); });
+INSTANTIATE_TEST_SUITE_P(
+    Screens, PantallasTest,
+    testing::Values(Screen{frm01_Inicio::kName, &make<frm01_Inicio>},
+                    Screen{frm02_Matricula::kName, &make<frm02_Matricula>},
+                    Screen{frm03_Principal::kName, &make<frm03_Principal>},
+                    Screen{frm04_ActualizarLocalidades::kName, &make<frm04_ActualizarLocalidades>},
+                    Screen{frm05_ActualizarEspecies::kName, &make<frm05_ActualizarEspecies>},
+                    Screen{frm06_HojasCampo::kName, &make<frm06_HojasCampo>},
+                    Screen{frm07_DetallesHojasCampo::kName, &make<frm07_DetallesHojasCampo>},
+                    Screen{frm09_ImportarDatos::kName, &make<frm09_ImportarDatos>},
+                    Screen{frm10_ExportarDatos::kName, &make<frm10_ExportarDatos>},
+                    Screen{frm15_AlmacenAnillas::kName, &make<frm15_AlmacenAnillas>},
+                    Screen{frm17_GestionAnillas::kName, &make<frm17_GestionAnillas>},
+                    Screen{frm18_SeleccionAnillas::kName, &make<frm18_SeleccionAnillas>}),
+    [](const auto& row) { return row.param.name.toStdString(); });
 
 }  // namespace
 }  // namespace tarmel::desktop

@@ -114,6 +114,20 @@ TEST_F(RatonTest, AListShowsWhatItsModelHoldsAndTellsItWhatWasClicked) {
     EXPECT_EQ(tree.currentIndex().row(), form.lstFilas.Selected());
 }
 
+TEST_F(RatonTest, AListThatComesInFrontHasTheFocusThatTheScreenGivesIt) {
+    click(form.txtTexto);
+    showList(3);
+    escritorio.guard([&] { forms::runAction([&] { form.lstFilas.SetFocus(); }); });
+    EXPECT_TRUE(escritorio.widgetOf(form.lstFilas)->hasFocus());
+    escritorio.guard([&] {
+        forms::runAction([&] {
+            form.lstFilas.SetVisible(false);
+            form.txtCifras.SetFocus();
+        });
+    });
+    EXPECT_TRUE(escritorio.widgetOf(form.txtCifras)->hasFocus());
+}
+
 TEST_F(RatonTest, RemovedSortedAndClearedRowsAreFollowed) {
     showList(5);
     auto& tree = widget<QTreeView>(form.lstFilas);

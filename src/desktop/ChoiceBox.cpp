@@ -1,0 +1,18 @@
+#include "desktop/ChoiceBox.h"
+
+#include <QStylePainter>
+
+namespace tarmel::desktop {
+
+void ChoiceBox::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QRect place =
+        style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    option.currentText = fontMetrics().elidedText(option.currentText, Qt::ElideRight, place.width() - 4);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+}
+
+}  // namespace tarmel::desktop
