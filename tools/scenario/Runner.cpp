@@ -207,8 +207,12 @@ forms::Form& Runner::actingForm(const QString& name) {
 }
 
 forms::Form& Runner::frame() {
+    return actingForm(frameWindow().Name());
+}
+
+forms::Form& Runner::frameWindow() const {
     for (forms::Form* form : forms::pantallas().All()) {
-        if (form->IsFrameWindow) return actingForm(form->Name());
+        if (form->IsFrameWindow) return *form;
     }
     throw Refused{u"the main window is not open"_s};
 }
@@ -427,7 +431,8 @@ void Runner::meet(const Expectation& expectation) {
             return fail(expectation.target.screen + (open ? u" is open"_s : u" is not open"_s));
         }
         case Subject::Status: {
-            auto& bar = barOf<forms::StatusBar>(frame(), Kind::StatusBar);
+            // What a modal screen does is told in the bar that lies under it.
+            auto& bar = barOf<forms::StatusBar>(frameWindow(), Kind::StatusBar);
             return compare(u"the message"_s, expectation.value, bar.PanelText(u"Messages"_s));
         }
         case Subject::Report:

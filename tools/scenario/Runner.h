@@ -60,7 +60,9 @@ class Runner {
 
     [[nodiscard]] forms::Form& openForm(const QString& name) const;
     forms::Form& actingForm(const QString& name);
+    /// The main window, to act on it; and to look at it alone.
     [[nodiscard]] forms::Form& frame();
+    [[nodiscard]] forms::Form& frameWindow() const;
     [[nodiscard]] forms::Control& namedControl(const Target& target) const;
     /// The control, in front and able to act.
     [[nodiscard]] forms::Control& actingControl(const Target& target);
