@@ -92,11 +92,10 @@ std::unique_ptr<QWidget> buildSurface() {
 
 }  // namespace
 
-FormaPrueba& showFormaPrueba(Escritorio& escritorio) {
+FormaPrueba& showFormaPrueba(Escritorio& escritorio, Place place) {
     forms::pantallas().Register(FormaPrueba::kName, [] { return std::make_shared<FormaPrueba>(); });
-    if (!viewKind(FormaPrueba::kName)) {
-        viewKinds().push_back({FormaPrueba::kName, Place::Dialog, &buildSurface});
-    }
+    std::erase_if(viewKinds(), [](const ViewKind& kind) { return kind.form == FormaPrueba::kName; });
+    viewKinds().push_back({FormaPrueba::kName, place, &buildSurface});
     escritorio.guard([] { forms::pantallas().Get<FormaPrueba>().Show(); });
     auto& form = forms::pantallas().Get<FormaPrueba>();
     form.log.clear();

@@ -38,6 +38,6 @@ class FormaPrueba : public forms::Form {
 };
 
 /// Makes the screen known to the registry and to the windows, and shows it; its log is empty then.
-FormaPrueba& showFormaPrueba(Escritorio& escritorio);
+FormaPrueba& showFormaPrueba(Escritorio& escritorio, Place place = Place::Dialog);
 
 }  // namespace tarmel::desktop
