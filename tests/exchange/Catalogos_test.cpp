@@ -1,4 +1,6 @@
 #include "exchange/Catalogos.h"
+
+#include "database/Csv.h"
 #include "exchange/FicheroIntercambio.h"
 #include "exchange/Intercambio.h"
 #include "exchange/Zip.h"
@@ -83,6 +85,26 @@ TEST_F(Catalogos, SeAnadenLasEspeciesQueFaltan) {
     EXPECT_EQ(filas(u"SELECT Count(*) FROM ANIBRD WHERE IdEspecie<>IdEsp"_s), u"0"_s);
     EXPECT_EQ(filas(u"SELECT NombreEspecie FROM ANIBRD WHERE CodigoEspecie='00010'"_s),
               u"Struthio camelus"_s);
+}
+
+/// The lists from which the build packs the archives that come with the program.
+TEST_F(Catalogos, LosDeMuestraEntranEnteros) {
+    const auto texto = [this](const QString& lista) {
+        EscritorFichero fichero(ruta(u"texto"_s));
+        for (const std::vector<QString>& fila :
+             leerCsv(QStringLiteral(TARMEL_DATA_DIR "/catalogos/") + lista))
+            fichero.escribir(QStringList(fila.begin(), fila.end()));
+        fichero.cerrar();
+        return leer(u"texto"_s);
+    };
+    const int antes = filas(u"SELECT Count(*) FROM ANILOC"_s).toInt();
+    importar<frm04_ActualizarLocalidades>(texto(u"LOCALIDADES.csv"_s));
+    EXPECT_EQ(mundo.textosDeCajas(), kExito);
+    EXPECT_GT(filas(u"SELECT Count(*) FROM ANILOC"_s).toInt(), antes + 100);
+    EXPECT_EQ(filas(u"SELECT Count(*) FROM ANILOC WHERE NombreLocalidad LIKE '%?%'"_s), u"0"_s);
+    importar<frm05_ActualizarEspecies>(texto(u"ESPECIES.csv"_s));
+    EXPECT_EQ(mundo.textosDeCajas(), kExito);
+    EXPECT_EQ(filas(u"SELECT Count(*) FROM ANIBRD WHERE NombreEspecie LIKE 'Especie de ejemplo%'"_s), u"2"_s);
 }
 
 TEST_F(Catalogos, SinFilasTambienEsUnExito) {
