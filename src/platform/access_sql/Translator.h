@@ -77,8 +77,8 @@ struct Binding {
     Type convertTo = Type::Unknown;
     int width = 0;
     int scale = 0;
-    bool storing = false;  ///< conversion for storing fails on what cannot be converted; for comparing it
-                           ///< leaves the text
+    bool storing =
+        false;  ///< convertForStoring(), which may fail; otherwise convertForComparing(), which never does
     QString column;
 };
 
@@ -115,7 +115,8 @@ struct DropConstraint {
 struct CreateView {
     QString name;
     QString dialectText;    ///< the SELECT as it was written
-    QByteArray sqliteText;  ///< plain SQLite, no function or collation of ours
+    QByteArray sqliteText;  ///< the SELECT in plain SQLite, no function or collation of ours
+    /// No two share a name: a repeated one is called "TABLE.COLUMN".
     std::vector<OutputColumn> columns;
 };
 struct DropView {
@@ -133,8 +134,9 @@ struct Translation {
 };
 
 /// Translates a statement of the dialect. The translation serves every statement of the same shape
-/// (lift().key) until the schema changes; literals that belong to the shape (ORDER BY positions, TOP, heads
-/// of LIKE patterns, DDL, views) are part of the key.
+/// (lift().key) until the schema changes. The key holds what decides the translation: each literal's kind;
+/// whether a text that is compared is plain ASCII, since its collation depends on that; and the literals that
+/// are never bound (those of ORDER BY, GROUP BY, TOP, definitions and views, and the patterns of LIKE).
 [[nodiscard]] Translation translate(const QString& sql, const Schema& schema);
 
 /// The type as it stands in a CREATE TABLE of the file, e.g. "VARCHAR(50) COLLATE NOCASE", and its CHECK, in
@@ -148,7 +150,8 @@ struct Translation {
 [[nodiscard]] basic::Variant convertForStoring(const basic::Variant& value, Type type, int width, int scale,
                                                const QString& column);
 /// Converts a literal for comparing with a column of the type: a text that reads as a number or date becomes
-/// one.
+/// one. Any other text comes back with a "~" in front: unequal to every number and date, and greater than all
+/// of them.
 [[nodiscard]] basic::Variant convertForComparing(const basic::Variant& value, Type type);
 
 [[nodiscard]] basic::RuntimeError statementError(const QString& description);

@@ -68,6 +68,14 @@ std::vector<const Source*> namedSources(const Select& select) {
 
 }  // namespace
 
+bool hasBrackets(const JoinTree& tree) {
+    if (tree.kind == JoinTree::Kind::Table) return false;
+    const auto isJoin = [](const JoinTree& side) { return side.kind != JoinTree::Kind::Table; };
+    if (tree.kind == JoinTree::Kind::Left && isJoin(*tree.right)) return true;
+    if (tree.kind == JoinTree::Kind::Right && isJoin(*tree.left)) return true;
+    return hasBrackets(*tree.left) || hasBrackets(*tree.right);
+}
+
 void Writer::checkSize() const {
     if (out_.size() > kLongestText) throw tooComplex();
 }
@@ -136,14 +144,15 @@ void Writer::groups(const Select& select) {
     for (const Source* source : rows) {
         if (!first) out_ += ", ";
         first = false;
-        rowNumber(*source);
+        rowNumber(select, *source);
     }
 }
 
-/// What tells the rows of a table apart. A view has no row number: all its columns do it.
-void Writer::rowNumber(const Source& source) {
+/// What tells the rows of a table apart. Where it has no row number (a view, a bracketed join), all its
+/// columns do it.
+void Writer::rowNumber(const Select& select, const Source& source) {
     const QByteArray name = quoted(source.writtenName());
-    if (source.isStored()) {
+    if (source.isStored() && !hasBrackets(*select.from)) {
         out_ += name + ".rowid";
         return;
     }

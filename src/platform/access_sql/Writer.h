@@ -47,7 +47,7 @@ class Writer {
     void conditionsOn(const std::vector<const Expression*>& conditions);
     void table(const Source& source);
     void where(const Select& select);
-    void rowNumber(const Source& source);
+    void rowNumber(const Select& select, const Source& source);
 
     // Changes (WriterChanges.cpp)
     void insertQuery(const Insert& insert, const TableDef& table);
@@ -102,6 +102,8 @@ class Writer {
     std::vector<Binding> bindings_;
 };
 
+/// Whether the join needs brackets in SQLite too. The tables inside them have no row numbers outside.
+[[nodiscard]] bool hasBrackets(const JoinTree& tree);
 /// A text as a SQLite literal.
 [[nodiscard]] QByteArray quotedText(const QString& text);
 

@@ -38,14 +38,6 @@ bool isSimple(const Query& query) {
     return query.parts.size() == 1 && !part.distinct && !part.top;
 }
 
-bool hasBrackets(const JoinTree& tree) {
-    if (tree.kind == JoinTree::Kind::Table) return false;
-    const auto isJoin = [](const JoinTree& side) { return side.kind != JoinTree::Kind::Table; };
-    if (tree.kind == JoinTree::Kind::Left && isJoin(*tree.right)) return true;
-    if (tree.kind == JoinTree::Kind::Right && isJoin(*tree.left)) return true;
-    return hasBrackets(*tree.left) || hasBrackets(*tree.right);
-}
-
 }  // namespace
 
 void Writer::write(const Insert& insert) {

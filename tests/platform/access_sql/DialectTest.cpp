@@ -219,6 +219,10 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"SELECT DISTINCTROW Lugares.Codigo-Lugares.Codigo FROM Lugares INNER JOIN Aves ON "
             "Aves.Lugar=Lugares.Lugar",
             "0;0"},
+        Row{"SELECT DISTINCTROW b.Nombre FROM Aves a LEFT JOIN (Lugares b INNER JOIN Aves c ON "
+            "b.Lugar=c.Lugar) ON "
+            "a.Lugar=b.Lugar ORDER BY b.Nombre",
+            "Null;Ávila;Soto"},
         Row{"SELECT Id FROM Aves ORDER BY 'x', True, -1, Id DESC", "4;3;2;1"},
         Row{"SELECT Null AS f FROM Lugares WHERE Lugar=1 UNION ALL SELECT Fecha FROM Aves WHERE Id=1",
             "Null;2010-03-15 00:00:00"},
