@@ -21,7 +21,6 @@ struct Query;
 using QueryPtr = std::unique_ptr<Query>;
 
 // ---- Expressions
-// ----------------------------------------------------------------------------------------------
 
 struct Literal {
     Token token;
@@ -123,7 +122,6 @@ struct Expression {
 };
 
 // ---- Queries
-// --------------------------------------------------------------------------------------------------
 
 struct JoinTree {
     enum class Kind { Table, Inner, Left, Right } kind = Kind::Table;
@@ -172,7 +170,6 @@ struct Query {
 };
 
 // ---- Statements
-// -----------------------------------------------------------------------------------------------
 
 struct Assignment {
     ExpressionPtr column;

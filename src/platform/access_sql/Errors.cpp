@@ -39,8 +39,8 @@ RuntimeError missingParameters(int count) {
     return statementError(QStringLiteral("Pocos parámetros. Se esperaba %1.").arg(count));
 }
 
-RuntimeError typeMismatch() {
-    return statementError(QStringLiteral("No coinciden los tipos de datos en la expresión de criterios."));
+RuntimeError notForViews(QStringView what) {
+    return statementError(QStringLiteral("'%1' no se puede usar en una vista.").arg(what));
 }
 
 }  // namespace tarmel::access_sql

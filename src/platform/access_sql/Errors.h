@@ -14,6 +14,6 @@ namespace tarmel::access_sql {
 [[nodiscard]] basic::RuntimeError unknownTable(QStringView name);
 [[nodiscard]] basic::RuntimeError unknownField(QStringView name);  ///< of an INSERT
 [[nodiscard]] basic::RuntimeError missingParameters(int count);
-[[nodiscard]] basic::RuntimeError typeMismatch();
+[[nodiscard]] basic::RuntimeError notForViews(QStringView what);  ///< what plain SQLite does not have
 
 }  // namespace tarmel::access_sql

@@ -21,7 +21,6 @@ using basic::Variant;
 namespace {
 
 // ---- Values
-// -----------------------------------------------------------------------------------------------------
 
 std::string_view utf8Of(sqlite3_value* value) {
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
@@ -85,7 +84,6 @@ int wholeOf(sqlite3_value* value) {
 }
 
 // ---- Texts and numbers
-// ----------------------------------------------------------------------------------------
 
 /// Digits alone are most of what there is, and need none of the runtime's reading.
 bool plainDigits(std::string_view text, sqlite3_int64& number) {
@@ -188,7 +186,6 @@ Variant like(Arguments in) {
 }
 
 // ---- Arithmetic
-// -------------------------------------------------------------------------------------------------
 
 basic::RuntimeError divisionByZero() {
     return statementError(QStringLiteral("División por cero."));
@@ -229,7 +226,6 @@ Variant power(Arguments in) {
 }
 
 // ---- Format
-// -----------------------------------------------------------------------------------------------------
 
 /// "0" and "#" for digits, "." for the decimal sign, "," for groups: everything else stands for itself.
 QString formatNumber(double number, const QString& pattern) {
@@ -280,7 +276,6 @@ Variant format(Arguments in) {
 }
 
 // ---- Functions that see Null
-// ----------------------------------------------------------------------------------
 
 void run(sqlite3_context* context, const auto& work) {
     try {
@@ -322,7 +317,6 @@ void store(sqlite3_context* context, int, Arguments in) {
 }
 
 // ---- Registration
-// -----------------------------------------------------------------------------------------------
 
 using Work = Variant (*)(Arguments);
 

@@ -68,7 +68,6 @@ class Parser::Nesting {
 Parser::Parser(const QString& sql) : sql_(sql), tokens_(tokensOf(sql)) {}
 
 // ---- Tokens
-// ---------------------------------------------------------------------------------------------------
 
 bool Parser::isWord(const Token& token, QStringView word) {
     return token.kind == TokenKind::Name && !token.bracketed && token.text.size() == word.size() &&
@@ -117,7 +116,6 @@ QStringView Parser::alias() {
 }
 
 // ---- Statements
-// -----------------------------------------------------------------------------------------------
 
 Statement Parser::parse() {
     Statement statement;
@@ -271,7 +269,6 @@ Delete Parser::deletion() {
 }
 
 // ---- Tables
-// ---------------------------------------------------------------------------------------------------
 
 void Parser::from(Select& select) {
     select.from = joined(select);
@@ -346,7 +343,6 @@ std::unique_ptr<JoinTree> Parser::source(Select& select) {
 }
 
 // ---- Expressions
-// ----------------------------------------------------------------------------------------------
 
 template <typename Node>
 ExpressionPtr Parser::made(qsizetype position, Node node, int depthBelow) {

@@ -178,7 +178,6 @@ void Resolver::noteMissing(const ColumnName& column) {
 }
 
 // ---- Queries
-// --------------------------------------------------------------------------------------------------
 
 void Resolver::resolveQuery(Query& query, const Scope* outer) {
     for (Select& select : query.parts)
@@ -352,7 +351,6 @@ void Resolver::resolveUnionOrder(Query& query) {
 }
 
 // ---- Changes
-// --------------------------------------------------------------------------------------------------
 
 void Resolver::resolve(Insert& insert) {
     const TableDef& table = tableNamed(insert.table, schema_);
@@ -385,7 +383,6 @@ void Resolver::resolve(Delete& deletion) {
 }
 
 // ---- Expressions
-// ----------------------------------------------------------------------------------------------
 
 void Resolver::resolve(Expression& expression, const Scope& scope) {
     if (auto* column = expression.as<ColumnName>()) return resolveName(expression, *column, scope);

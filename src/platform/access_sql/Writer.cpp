@@ -43,8 +43,14 @@ bool isText(const Expression& expression) {
 QString keyName(std::size_t i) {
     return QStringLiteral("~o%1").arg(i);
 }
-Select const& onlyPart(const Query& query) {
+const Select& onlyPart(const Query& query) {
     return query.parts.front();
+}
+
+/// What an item of ORDER BY orders by; of a union, the first SELECT tells its type.
+const Expression& keyOf(const Query& query, const OrderItem& item) {
+    if (item.output < 0) return *item.value;
+    return *onlyPart(query).outputs[static_cast<std::size_t>(item.output)].value;
 }
 
 /// The tables whose rows a DISTINCTROW tells apart; empty when every row of the join is one of its own.
@@ -96,16 +102,20 @@ void Writer::write(const Query& query, const Names& names) {
 void Writer::select(const Select& select, const Names& names, bool distinctText) {
     out_ += select.distinct ? "SELECT DISTINCT " : "SELECT ";
     outputs(select, names, distinctText);
+    rows(select);
+}
+
+/// All of a SELECT behind its outputs.
+void Writer::rows(const Select& select) {
     if (select.from) {
         out_ += " FROM ";
         tables(select);
     }
     where(select);
     groups(select);
-    if (select.having) {
-        out_ += " HAVING ";
-        condition(*select.having);
-    }
+    if (!select.having) return;
+    out_ += " HAVING ";
+    condition(*select.having);
 }
 
 void Writer::outputs(const Select& select, const Names& names, bool distinctText) {
@@ -180,14 +190,13 @@ void Writer::order(const Query& query) {
 }
 
 void Writer::orderItem(const Query& query, const OrderItem& item) {
-    const Expression& expression =
-        item.output < 0 ? *item.value : *onlyPart(query).outputs[static_cast<std::size_t>(item.output)].value;
+    const Expression& key = keyOf(query, item);
     if (item.output >= 0) {
         out_ += QByteArray::number(item.output + 1);
     } else {
-        sortKey(expression);
+        sortKey(key);
     }
-    if (isText(expression)) collate(spanish());
+    if (isText(key)) collate(spanish());
     if (item.descending) out_ += " DESC";
 }
 
@@ -197,27 +206,15 @@ void Writer::topQuery(const Query& query, const Names& names) {
         throw statementError(QStringLiteral("TOP no se admite en una consulta de unión."));
     }
     const Select& part = onlyPart(query);
-    Names inner = distinctNames(part.outputs);
-    const std::size_t shown = inner.size();
+    const Names inner = distinctNames(part.outputs);
     out_ += "SELECT ";
-    for (std::size_t i = 0; i < shown; ++i) {
+    for (std::size_t i = 0; i < inner.size(); ++i) {
         if (i > 0) out_ += ", ";
         out_ += quoted(inner[i]);
         if (i < names.size()) out_ += " AS " + quoted(names[i]);
     }
     out_ += " FROM (SELECT *, ";
-    out_ += query.orderBy.empty() ? "row_number() OVER ()" : "rank() OVER (ORDER BY ";
-    for (std::size_t i = 0; i < query.orderBy.size(); ++i) {
-        const OrderItem& item = query.orderBy[i];
-        const bool isOutput = item.output >= 0;
-        const Expression& key =
-            isOutput ? *part.outputs[static_cast<std::size_t>(item.output)].value : *item.value;
-        if (i > 0) out_ += ", ";
-        out_ += quoted(isOutput ? inner[static_cast<std::size_t>(item.output)] : keyName(i));
-        if (isText(key)) collate(spanish());
-        if (item.descending) out_ += " DESC";
-    }
-    if (!query.orderBy.empty()) out_ += ")";
+    rank(query, inner);
     out_ += " AS \"~rank\"";
     if (part.top->percent) out_ += ", count(*) OVER () AS \"~count\"";
     out_ += " FROM (";
@@ -229,25 +226,31 @@ void Writer::topQuery(const Query& query, const Names& names) {
         value(*query.orderBy[i].value);
         out_ += " AS " + quoted(keyName(i));
     }
-    if (part.from) {
-        out_ += " FROM ";
-        tables(part);
-    }
-    where(part);
-    groups(part);
-    if (part.having) {
-        out_ += " HAVING ";
-        condition(*part.having);
-    }
-    const QByteArray count = QByteArray::number(part.top->count);
-    out_ += ")) WHERE \"~rank\" <= " + count;
+    rows(part);
+    out_ += ")) WHERE \"~rank\" <= " + QByteArray::number(part.top->count);
+    // A part of a row counts as a whole one.
     if (part.top->percent) out_ += " * \"~count\" / 100.0 + 0.999999";
     out_ += " ORDER BY \"~rank\"";
     checkSize();
 }
 
+void Writer::rank(const Query& query, const Names& inner) {
+    if (query.orderBy.empty()) {
+        out_ += "row_number() OVER ()";
+        return;
+    }
+    out_ += "rank() OVER (ORDER BY ";
+    for (std::size_t i = 0; i < query.orderBy.size(); ++i) {
+        const OrderItem& item = query.orderBy[i];
+        if (i > 0) out_ += ", ";
+        out_ += quoted(item.output >= 0 ? inner[static_cast<std::size_t>(item.output)] : keyName(i));
+        if (isText(keyOf(query, item))) collate(spanish());
+        if (item.descending) out_ += " DESC";
+    }
+    out_ += ")";
+}
+
 // ---- Tables
-// ---------------------------------------------------------------------------------------------------
 
 void Writer::tables(const Select& select) {
     joins(select, *select.from);

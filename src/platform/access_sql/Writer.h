@@ -36,7 +36,9 @@ class Writer {
     // Queries (Writer.cpp)
     void select(const Select& select, const Names& names, bool distinctText);
     void outputs(const Select& select, const Names& names, bool distinctText);
+    void rows(const Select& select);
     void topQuery(const Query& query, const Names& names);
+    void rank(const Query& query, const Names& inner);
     void groups(const Select& select);
     void sortKey(const Expression& expression);
     void order(const Query& query);
@@ -54,7 +56,7 @@ class Writer {
     void updateJoined(const Update& update, const Source& target);
     [[nodiscard]] const Source& updateTarget(const Update& update) const;
     void stored(const Expression& value, const ColumnDef& column);
-    void storedCall(const QByteArray& written, Type from, const ColumnDef& column);
+    void storedCall(const QByteArray& text, Type from, const ColumnDef& column);
 
     // Expressions (WriterExpressions.cpp). `level` is SQLite's precedence that the place asks for.
     void value(const Expression& expression, int level = 0);
@@ -66,6 +68,7 @@ class Writer {
     void comparable(const Expression& expression, Kind kind, int level);
 
     void literal(const Literal& literal, Type convertTo = Type::Unknown);
+    [[nodiscard]] QByteArray written(const Expression& expression);
     void fixedValue(const basic::Variant& value);
     void parameter(const Parameter& parameter, Type convertTo = Type::Unknown);
     void column(const ColumnName& column);
@@ -77,12 +80,15 @@ class Writer {
     void between(const Between& between);
     void in(const InList& in, int level);
     void in(const InQuery& in);
+
+    // Functions (WriterFunctions.cpp)
     void call(const Expression& expression, const Call& call);
     void aggregate(const Call& call);
     void datePart(const Call& call, int from, int length);
     void plainCall(const Call& call);
     void ownCall(const char* name, std::initializer_list<const Expression*> numbers);
     void branch(const Expression& expression, Type common);
+
     void collate(const char* name) { out_ += name; }
     [[nodiscard]] const char* equalityCollation(std::initializer_list<const Expression*> operands) const;
     [[nodiscard]] const char* spanish() const { return plain_ ? " COLLATE NOCASE" : " COLLATE ES"; }

@@ -93,16 +93,7 @@ void Writer::insertQuery(const Insert& insert, const TableDef& table) {
             if (i > 0) out_ += ", ";
             stored(*outputs[i].value, *columns[i]);
         }
-        if (part.from) {
-            out_ += " FROM ";
-            tables(part);
-        }
-        where(part);
-        groups(part);
-        if (part.having) {
-            out_ += " HAVING ";
-            condition(*part.having);
-        }
+        rows(part);
         order(query);
         return checkSize();
     }
@@ -141,15 +132,11 @@ void Writer::stored(const Expression& expression, const ColumnDef& column) {
         return bind(std::move(binding));
     }
     if (fits(expression, column)) return value(expression);
-    const qsizetype from = out_.size();
-    value(expression);
-    const QByteArray written = out_.sliced(from);
-    out_.truncate(from);
-    storedCall(written, expression.type, column);
+    storedCall(written(expression), expression.type, column);
 }
 
-void Writer::storedCall(const QByteArray& written, Type from, const ColumnDef& column) {
-    out_ += "tarmel_store(" + written + ", " + QByteArray::number(static_cast<int>(from)) + ", " +
+void Writer::storedCall(const QByteArray& text, Type from, const ColumnDef& column) {
+    out_ += "tarmel_store(" + text + ", " + QByteArray::number(static_cast<int>(from)) + ", " +
             QByteArray::number(static_cast<int>(column.type)) + ", " + QByteArray::number(column.width) +
             ", " + QByteArray::number(column.scale) + ", " + quotedText(column.name) + ")";
 }

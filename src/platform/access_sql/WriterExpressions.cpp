@@ -2,7 +2,7 @@
 #include <array>
 
 #include "platform/access_sql/Errors.h"
-#include "platform/access_sql/FunctionTable.h"
+#include "platform/access_sql/ExpressionFacts.h"
 #include "platform/access_sql/Lexer.h"
 #include "platform/access_sql/Writer.h"
 
@@ -13,28 +13,6 @@ namespace tarmel::access_sql {
 using basic::Variant;
 
 namespace {
-
-bool isCondition(const Expression& expression) {
-    if (const auto* binary = expression.as<Binary>())
-        return isComparison(binary->op) || isLogical(binary->op);
-    if (const auto* unary = expression.as<Unary>()) return unary->op == Operator::Not;
-    if (const auto* call = expression.as<Call>()) return call->function->id == Function::IsNull;
-    return expression.as<Between>() || expression.as<InList>() || expression.as<InQuery>() ||
-           expression.as<NullTest>() || expression.as<Exists>();
-}
-
-bool isGiven(const Expression& expression) {
-    return expression.as<Literal>() || expression.as<Parameter>();
-}
-
-bool isNull(const Expression& expression) {
-    const auto* constant = expression.as<Constant>();
-    return constant && *constant == Constant::Null;
-}
-
-Kind kindOf(const Expression& expression) {
-    return access_sql::kindOf(expression.type);
-}
 
 bool isAscii(const QString& text) {
     return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
@@ -66,10 +44,6 @@ void collectJoined(const Expression& expression, std::vector<const Expression*>&
     collectJoined(*binary->right, operands);
 }
 
-basic::RuntimeError notForViews(QStringView what) {
-    return statementError(QStringLiteral("'%1' no se puede usar en una vista.").arg(what));
-}
-
 }  // namespace
 
 QByteArray quotedText(const QString& text) {
@@ -81,7 +55,6 @@ QByteArray quotedText(const QString& text) {
 }
 
 // ---- Literals, parameters, columns
-// ----------------------------------------------------------------------------
 
 void Writer::bind(Binding binding) {
     bindings_.push_back(std::move(binding));
@@ -98,6 +71,15 @@ void Writer::literal(const Literal& literal, Type convertTo) {
     binding.index = literal.token.index;
     binding.convertTo = convertTo;
     bind(std::move(binding));
+}
+
+/// The value's text, for where it is needed more than once.
+QByteArray Writer::written(const Expression& expression) {
+    const qsizetype from = out_.size();
+    value(expression);
+    QByteArray text = out_.sliced(from);
+    out_.truncate(from);
+    return text;
 }
 
 void Writer::fixedValue(const Variant& value) {
@@ -133,7 +115,6 @@ void Writer::column(const ColumnName& column) {
 }
 
 // ---- The three ways to write an expression
-// --------------------------------------------------------------------
 
 void Writer::value(const Expression& expression, int level) {
     if (isCondition(expression)) {
@@ -235,21 +216,17 @@ void Writer::text(const Expression& expression) {
     const Kind kind = kindOf(expression);
     if (kind == Kind::Text || isNull(expression)) return value(expression, kOperandLevel);
     if (plain_) {
-        QByteArray written;
-        const qsizetype from = out_.size();
-        value(expression);
-        written = out_.sliced(from);
-        out_.truncate(from);
+        const QByteArray own = written(expression);
         if (kind == Kind::Date) {
-            out_ += "(CASE WHEN substr(" + written +
-                    ", 1, 10) = '1899-12-30' THEN '' ELSE strftime('%d/%m/%Y', " + written +
-                    ") END || CASE WHEN substr(" + written +
-                    ", 12) = '00:00:00' THEN '' ELSE ltrim(strftime(' %H:%M:%S', " + written + ")) END)";
+            out_ += "(CASE WHEN substr(" + own +
+                    ", 1, 10) = '1899-12-30' THEN '' ELSE strftime('%d/%m/%Y', " + own +
+                    ") END || CASE WHEN substr(" + own +
+                    ", 12) = '00:00:00' THEN '' ELSE ltrim(strftime(' %H:%M:%S', " + own + ")) END)";
         } else if (kind == Kind::Boolean) {
-            out_ += "CASE " + written + " WHEN 0 THEN 'Falso' WHEN -1 THEN 'Verdadero' END";
+            out_ += "CASE " + own + " WHEN 0 THEN 'Falso' WHEN -1 THEN 'Verdadero' END";
         } else {
-            out_ += "CASE WHEN " + written + " IS NOT NULL THEN replace(printf('%.15g', " + written +
-                    "), '.', ',') END";
+            out_ +=
+                "CASE WHEN " + own + " IS NOT NULL THEN replace(printf('%.15g', " + own + "), '.', ',') END";
         }
         return;
     }
@@ -301,18 +278,14 @@ void Writer::comparable(const Expression& expression, Kind kind, int level) {
         return;
     }
     if (kind == Kind::Date) return value(expression, level);
-    const qsizetype from = out_.size();
-    value(expression);
-    const QByteArray written = out_.sliced(from);
-    out_.truncate(from);
-    const QByteArray digits = "replace(replace(trim(" + written + "), '.', ''), ',', '.')";
+    const QByteArray plainText = written(expression);
+    const QByteArray digits = "replace(replace(trim(" + plainText + "), '.', ''), ',', '.')";
     out_ += "CASE WHEN " + digits + " GLOB '*[0-9]*' AND ltrim(" + digits +
-            ", '+-') NOT GLOB '*[^0-9.]*' THEN CAST(" + digits + " AS NUMERIC) ELSE '~' || " + written +
+            ", '+-') NOT GLOB '*[^0-9.]*' THEN CAST(" + digits + " AS NUMERIC) ELSE '~' || " + plainText +
             " END";
 }
 
 // ---- Comparisons
-// ----------------------------------------------------------------------------------------------
 
 /// Which collation equality takes; null when that of the columns serves, so that their indexes do.
 const char* Writer::equalityCollation(std::initializer_list<const Expression*> operands) const {
@@ -438,7 +411,6 @@ void Writer::in(const InQuery& in) {
 }
 
 // ---- Arithmetic and joining
-// -----------------------------------------------------------------------------------
 
 void Writer::binary(const Expression& expression, const Binary& binary, int level) {
     const OperatorFacts& facts = factsOf(binary.op);
@@ -555,140 +527,6 @@ void Writer::join(const Expression& expression) {
     if (!neverNull) out_ += " END";
     out_ += ")";
     checkSize();
-}
-
-// ---- Functions
-// ------------------------------------------------------------------------------------------------
-
-void Writer::call(const Expression& expression, const Call& call) {
-    const auto argument = [&call](std::size_t i) -> const Expression& { return *call.arguments[i]; };
-    const FunctionFacts& function = *call.function;
-    if (function.aggregate) return aggregate(call);
-    switch (function.id) {
-        case Function::IIf:
-            out_ += "CASE WHEN ";
-            condition(argument(0));
-            out_ += " THEN ";
-            branch(argument(1), expression.type);
-            out_ += " ELSE ";
-            branch(argument(2), expression.type);
-            out_ += " END";
-            return;
-        case Function::Nz:
-            out_ += "coalesce(";
-            branch(argument(0), expression.type);
-            out_ += ", ";
-            if (call.arguments.size() == 2) {
-                branch(argument(1), expression.type);
-            } else {
-                const Kind kind = kindOf(argument(0));
-                out_ += kind == Kind::Number || kind == Kind::Boolean ? "0" : "''";
-            }
-            out_ += ")";
-            return;
-        case Function::Year:
-            return datePart(call, 1, 4);
-        case Function::Month:
-            return datePart(call, 6, 2);
-        case Function::Day:
-            return datePart(call, 9, 2);
-        case Function::Hour:
-            return datePart(call, 12, 2);
-        case Function::Minute:
-            return datePart(call, 15, 2);
-        case Function::Second:
-            return datePart(call, 18, 2);
-        case Function::CDate:
-            return date(argument(0));
-        case Function::CStr:
-            return text(argument(0));
-        case Function::CDbl:
-            return number(argument(0), kOperandLevel);
-        case Function::Val:
-            if (kindOf(argument(0)) != Kind::Text) return number(argument(0), kOperandLevel);
-            out_ += plain_ ? "CAST(" : "tarmel_val(";
-            value(argument(0));
-            out_ += plain_ ? " AS REAL)" : ")";
-            return;
-        case Function::Abs:
-            out_ += "abs(";
-            number(argument(0));
-            out_ += ")";
-            return;
-        case Function::CInt:
-            return ownCall("tarmel_cint", {&argument(0)});
-        case Function::CLng:
-            return ownCall("tarmel_clng", {&argument(0)});
-        case Function::Int:
-            return ownCall("tarmel_int", {&argument(0)});
-        case Function::Format:
-            if (plain_) throw notForViews(function.name);
-            out_ += "tarmel_format(";
-            joinable(argument(0));
-            out_ += ", ";
-            if (call.arguments.size() == 2) {
-                value(argument(1));
-            } else {
-                out_ += "''";
-            }
-            out_ += ")";
-            return;
-        default:
-            return plainCall(call);
-    }
-}
-
-/// A function of texts and numbers, under our own name or SQLite's.
-void Writer::plainCall(const Call& call) {
-    const FunctionFacts& function = *call.function;
-    const bool searchFrom = function.id == Function::InStr && call.arguments.size() == 3;
-    const bool own = function.own && !plain_ && (function.id != Function::InStr || searchFrom);
-    const char* name = own ? function.own : function.plain;
-    const bool cut = plain_ && (function.id == Function::Left || function.id == Function::Mid);
-    if (cut) name = "substr";
-    if (!name || (plain_ && searchFrom)) throw notForViews(function.name);
-    out_ += name;
-    out_ += "(";
-    for (std::size_t i = 0; i < call.arguments.size(); ++i) {
-        if (i > 0) out_ += ", ";
-        if (cut && function.id == Function::Left && i == 1) out_ += "1, ";
-        const bool isText = function.id == Function::InStr ? i + 2 >= call.arguments.size() : i == 0;
-        if (isText) {
-            text(*call.arguments[i]);
-        } else {
-            number(*call.arguments[i]);
-        }
-    }
-    out_ += ")";
-}
-
-void Writer::aggregate(const Call& call) {
-    out_ += call.function->plain;
-    out_ += "(";
-    if (call.star) {
-        out_ += "*";
-    } else if (call.function->id == Function::Sum || call.function->id == Function::Avg) {
-        number(*call.arguments[0]);
-    } else {
-        value(*call.arguments[0], kOperandLevel);
-        const bool extreme = call.function->id != Function::Count;
-        if (extreme && kindOf(*call.arguments[0]) == Kind::Text) collate(spanish());
-    }
-    out_ += ")";
-}
-
-/// A part of a date, cut out of the file's form.
-void Writer::datePart(const Call& call, int from, int length) {
-    out_ += "CAST(substr(";
-    date(*call.arguments[0]);
-    out_ += ", " + QByteArray::number(from) + ", " + QByteArray::number(length) + ") AS INTEGER)";
-}
-
-/// One of the values that IIf and Nz choose from. Among values of several types a date goes as text, since
-/// the result no longer tells that it is one.
-void Writer::branch(const Expression& expression, Type common) {
-    if (common == Type::Unknown && kindOf(expression) == Kind::Date) return text(expression);
-    value(expression);
 }
 
 }  // namespace tarmel::access_sql
