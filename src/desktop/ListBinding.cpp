@@ -13,7 +13,8 @@ namespace tarmel::desktop {
 using forms::Property;
 
 namespace {
-constexpr int kTwipsPerPixel = 15;
+// The widths were made for smaller letters, of fifteen twips a pixel.
+constexpr int kTwipsPerPixel = 12;
 }
 
 // --- Rows
@@ -147,7 +148,8 @@ void ListBinding::flush() {
 
 void ListBinding::showColumns() {
     QHeaderView& header = *tree_.header();
-    const int padding = header.fontMetrics().averageCharWidth() * 4;
+    constexpr int kSortMark = 18;
+    const int padding = header.fontMetrics().averageCharWidth() * 3 + kSortMark;
     for (int i = 0; i < list_.ColumnCount(); ++i) {
         const auto& column = list_.ColumnAt(i);
         header.setSectionHidden(i, column.width == 0);
