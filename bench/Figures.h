@@ -1,0 +1,11 @@
+#pragma once
+
+#include "Comparison.h"
+
+/// The figures, a file each.
+namespace tarmel::bench {
+
+void addStatements();
+void addCapture();
+
+}  // namespace tarmel::bench
