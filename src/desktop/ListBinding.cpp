@@ -15,7 +15,7 @@ using forms::Property;
 namespace {
 // The widths were made for smaller letters, of fifteen twips a pixel.
 constexpr int kTwipsPerPixel = 12;
-}
+}  // namespace
 
 // --- Rows
 
@@ -68,7 +68,6 @@ ListBinding::ListBinding(FormView& view, forms::ListView& list, QTreeView& tree)
     tree.setItemsExpandable(false);
     tree.setUniformRowHeights(true);
     tree.setAlternatingRowColors(true);
-    tree.setAllColumnsShowFocus(true);
     tree.setSelectionMode(QAbstractItemView::SingleSelection);
     tree.setSelectionBehavior(QAbstractItemView::SelectRows);
     tree.setEditTriggers(QAbstractItemView::NoEditTriggers);
