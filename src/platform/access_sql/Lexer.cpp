@@ -454,8 +454,12 @@ Variant literalValue(const Token& token) {
     switch (token.kind) {
         case TokenKind::Whole:
             return Variant(token.text.toLongLong());
-        case TokenKind::Number:
-            return Variant(token.text.toDouble());
+        case TokenKind::Number: {
+            bool fits = false;
+            const double number = token.text.toDouble(&fits);
+            if (!fits) throw statementError(basic::errorText(basic::error::Overflow));
+            return Variant(number);
+        }
         case TokenKind::Date: {
             const std::optional<Date> date = DateReader(token.text).read();
             if (!date) {

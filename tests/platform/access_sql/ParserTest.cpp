@@ -44,6 +44,7 @@ TEST_F(Statements, AreRefusedWhenTheyAreNotUnderstood) {
              {"SELECT * FROM T WHERE Fecha=#1/1/2010", "«#1/1/2010»"},
              {"SELECT * FROM T WHERE Fecha=#31/31/2010#", "fecha"},
              {"SELECT * FROM T WHERE Fecha=##", "fecha"},
+             {"SELECT * FROM T WHERE Id=1e999", "Desbordamiento"},
              {"SELECT [Id FROM T", "«[Id FROM T»"},
              {"SELECT * FROM T; SELECT * FROM T", "después del final"},
              {"SELECT * FROM T)", "«)»"},
