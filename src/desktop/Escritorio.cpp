@@ -122,10 +122,11 @@ Escritorio::~Escritorio() {
 
 void Escritorio::closeAll() {
     help_.reset();
-    // Screens inside the main window go before it.
+    // Screens inside the main window and those over it go before it, or it would take their widgets along.
     for (auto& [form, view] : views_) {
         if (frame_ && frame_->holds(*view)) frame_->removePage(*view);
     }
+    std::erase_if(views_, [this](const auto& entry) { return &entry.second->surface() != frame_; });
     frame_ = nullptr;
     views_.clear();
     modalLoops_.clear();
