@@ -21,7 +21,7 @@ namespace tarmel {
 namespace {
 
 constexpr int kPausaEntreArchivos = 1000;
-constexpr int kAnchoLista = 6200;
+constexpr int kAnchoLista = 5000;
 constexpr int kLargoExtension = 4;
 
 QString carpetaDatos() {
