@@ -288,7 +288,7 @@ const std::vector<Indice>& indicesDelEsquema() {
         {u"ANICHO"_s, {u"IdCabecera"_s}, true, true},
         {u"ANICHO"_s, {u"IdCabecera"_s}},
         {u"ANICHO"_s, {u"NumHoja"_s}},
-        {u"ANICHO"_s, {u"CodAnillador"_s}},
+        {u"ANICHO"_s, {u"CodAnillador"_s, u"NumHoja"_s}},
         {u"ANICHO"_s, {u"Anillador"_s}},
         {u"ANICHO"_s, {u"FechaCaptura"_s}},
         {u"ANICHO"_s, {u"CodLocalidad"_s}},

@@ -30,10 +30,13 @@ void Form::Refresh() {
     if (observer_) observer_->refreshed();
 }
 
+void Form::add(Control& control) {
+    controls_.push_back(&control);
+    byName_.insert(control.Name(), &control);
+}
+
 Control* Form::Find(const QString& name) const {
-    const auto found = std::find_if(controls_.begin(), controls_.end(),
-                                    [&](const Control* control) { return control->Name() == name; });
-    return found == controls_.end() ? nullptr : *found;
+    return byName_.value(name);
 }
 
 void Form::notify(Control& control, Property property, int row) {

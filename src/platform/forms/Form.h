@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <memory>
 #include <optional>
@@ -98,7 +99,7 @@ class Form {
  private:
     friend class Control;
     friend class Pantallas;
-    void add(Control& control) { controls_.push_back(&control); }
+    void add(Control& control);
     void notify(Control& control, Property property, int row);
     void load();
     void setFocus(Control* control);
@@ -118,6 +119,7 @@ class Form {
     QString name_;
     QString caption_;
     std::vector<Control*> controls_;
+    QHash<QString, Control*> byName_;
     Observer* observer_ = nullptr;
     Control* active_ = nullptr;
     bool loaded_ = false;
