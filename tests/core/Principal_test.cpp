@@ -1,5 +1,6 @@
 #include "core/Programa.h"
 #include "core/frm03_Principal.h"
+#include "sheets/frm07_DetallesHojasCampo.h"
 
 /// The commands of the main window.
 namespace tarmel {
@@ -45,6 +46,7 @@ TEST_F(Principal, CadaOrdenHaceAlgoYLaVentanaQuedaEnReposo) {
         if (entrada->Click && entrada->Name() != u"mnuSalir"_s) ordenes << entrada->Name();
     }
     ASSERT_EQ(ordenes.size(), 20);
+    QStringList pendientes;
     for (const QString& orden : ordenes) {
         SCOPED_TRACE(orden.toStdString());
         host.punteros.clear();
@@ -54,8 +56,9 @@ TEST_F(Principal, CadaOrdenHaceAlgoYLaVentanaQuedaEnReposo) {
         const bool abre = forms::pantallas().Active() != &ventana();
         EXPECT_TRUE(abre || !host.ayudas.isEmpty() || !host.cajas.empty());
         for (const forms::MessageBox& caja : host.cajas) {
-            const bool pendiente = caja.text == u"Esta orden todavía no está disponible."_s;
-            EXPECT_TRUE(!pendiente || caja.buttons == forms::box::Information);
+            if (caja.text != u"Esta orden todavía no está disponible."_s) continue;
+            pendientes << orden;
+            EXPECT_EQ(caja.buttons, forms::box::Information);
         }
         EXPECT_EQ(ventana().staStatusBar.PanelText(u"Messages"_s), QString());
         EXPECT_TRUE(host.punteros.empty() || host.punteros.back() == forms::Pointer::Default);
@@ -63,7 +66,46 @@ TEST_F(Principal, CadaOrdenHaceAlgoYLaVentanaQuedaEnReposo) {
             if (pantalla != &ventana()) forms::pantallas().Unload(pantalla->Name());
         }
     }
+    EXPECT_EQ(pendientes.join(u' '),
+              u"mnuImprimir mnuConsultarInformes mnuConsultarContador mnuCompactar mnuBorrarHojas "
+              "mnuBorrarFicherosExportados mnuActualizarBD"_s);
 }
+
+struct Listado {
+    QString orden;
+    bool duplicados;
+    QString titulo;
+};
+
+void PrintTo(const Listado& listado, std::ostream* os) {
+    *os << listado.orden.toStdString();
+}
+
+class Listados : public Principal, public testing::WithParamInterface<Listado> {};
+
+TEST_P(Listados, CargaLasCapturasDeNuevoComoLista) {
+    elegir(u"mnuListadoAnillasTodas"_s);
+    forms::pantallas().Get<frm07_DetallesHojasCampo>().cmdGrabar.SetCaption(u"de antes"_s);
+    elegir(GetParam().orden);
+
+    auto& capturas = forms::pantallas().Get<frm07_DetallesHojasCampo>();
+    EXPECT_NE(capturas.cmdGrabar.Caption(), u"de antes"_s);
+    EXPECT_EQ(forms::pantallas().Active(), &capturas);
+    EXPECT_EQ(capturas.Caption(), GetParam().titulo);
+    EXPECT_TRUE(capturas.lstDetallesCabecerasHoja.Visible());
+    EXPECT_TRUE(gListaAnillas);
+    EXPECT_EQ(gListaDuplicados, GetParam().duplicados);
+    EXPECT_FALSE(gMostrarLista) << "the screen clears it itself";
+    EXPECT_EQ(ventana().staStatusBar.PanelText(u"Messages"_s), QString());
+    EXPECT_EQ(host.punteros.back(), forms::Pointer::Default);
+    EXPECT_EQ(host.textosDeCajas(), QString());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ordenes, Listados,
+    testing::Values(Listado{u"mnuListadoAnillasTodas"_s, false, u"Listado de anillas"_s},
+                    Listado{u"mnuListadoAnillasSeleccion"_s, false, u"Listado de anillas"_s},
+                    Listado{u"mnuAnillasDuplicadas"_s, true, u"Listado de anillas duplicadas"_s}));
 
 TEST_F(Principal, AbreLasPantallasQueHay) {
     elegir(u"mnuAlmacenAnillas"_s);
@@ -75,6 +117,26 @@ TEST_F(Principal, AbreLasPantallasQueHay) {
         << "the same screen comes forward";
     elegir(u"mnuListadoHojas"_s);
     EXPECT_EQ(forms::pantallas().Active()->Name(), u"frm06_HojasCampo"_s);
+    elegir(u"mnuAnillasGestionModelos"_s);
+    EXPECT_EQ(forms::pantallas().Active()->Name(), u"frm17_GestionAnillas"_s);
+    for (const auto& [orden, boton, pantalla] :
+         {std::tuple{u"mnuActualizacionLocalidades"_s, u"Localidades"_s, u"frm04_ActualizarLocalidades"_s},
+          std::tuple{u"mnuActualizacionEspecies"_s, u"Especies"_s, u"frm05_ActualizarEspecies"_s}}) {
+        elegir(orden);
+        const forms::Form* const abierta = forms::pantallas().Active();
+        EXPECT_EQ(abierta->Name(), pantalla);
+        EXPECT_FALSE(abierta->IsModal());
+        elegir(u"mnuAlmacenAnillas"_s);
+        ventana().UserToolbar(ventana().tlbBarraHerramientas, boton);
+        EXPECT_EQ(forms::pantallas().Active(), abierta);
+    }
+    for (const auto& [orden, pantalla] : {std::pair{u"mnuImportarDatos"_s, u"frm09_ImportarDatos"_s},
+                                          std::pair{u"mnuExportarDatos"_s, u"frm10_ExportarDatos"_s}}) {
+        elegir(orden);
+        ASSERT_EQ(forms::pantallas().Active()->Name(), pantalla);
+        EXPECT_TRUE(forms::pantallas().Active()->IsModal());
+        forms::pantallas().Unload(pantalla);
+    }
     EXPECT_EQ(ventana().staStatusBar.PanelText(u"Messages"_s), QString());
     EXPECT_EQ(host.punteros.back(), forms::Pointer::Default);
     EXPECT_TRUE(host.cajas.empty());
