@@ -10,7 +10,9 @@ void ChoiceBox::paintEvent(QPaintEvent*) {
     initStyleOption(&option);
     const QRect place =
         style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
-    option.currentText = fontMetrics().elidedText(option.currentText, Qt::ElideRight, place.width() - 4);
+    // A text that the list does not offer stands in the placeholder.
+    const QString text = currentIndex() < 0 ? placeholderText() : option.currentText;
+    option.currentText = fontMetrics().elidedText(text, Qt::ElideRight, place.width() - 4);
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
     painter.drawControl(QStyle::CE_ComboBoxLabel, option);
 }
