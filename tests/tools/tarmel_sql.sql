@@ -5,6 +5,7 @@ INSERT INTO T (Doble) VALUES (0.1)
 
 SELECT * FROM T
 select Texto & '/' & Doble as Junto, Doble*2, Id Is Null FROM T WHERE Id=1
+SELECT Sino, Doble>1, Not Sino, Texto Like 'x%', IsNull(Dia), Sino And Doble>1 FROM T
 UPDATE T SET Entero = 5 WHERE Id > 1
 SELECT * FROM T WHERE Id > 100
 SELECT Tecsto FROM T

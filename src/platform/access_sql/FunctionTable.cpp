@@ -27,7 +27,7 @@ constexpr std::array kFunctions = {
     FunctionFacts{IIf, u"IIF", 3, 3, Type::Unknown},
     FunctionFacts{InStr, u"INSTR", 2, 3, Type::Long, kPlain, "tarmel_instr", "instr"},
     FunctionFacts{Int, u"INT", 1, 1, Type::Unknown, kPlain, "tarmel_int"},
-    FunctionFacts{IsNull, u"ISNULL", 1, 1, Type::Boolean},
+    FunctionFacts{IsNull, u"ISNULL", 1, 1, Type::Integer},
     FunctionFacts{LCase, u"LCASE", 1, 1, Type::Text, kPlain, "tarmel_lcase", "lower"},
     FunctionFacts{Left, u"LEFT", 2, 2, Type::Text, kPlain, "tarmel_left"},
     FunctionFacts{Len, u"LEN", 1, 1, Type::Long, kPlain, nullptr, "length"},

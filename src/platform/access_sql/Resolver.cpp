@@ -105,6 +105,9 @@ Type sumType(Operator op, Type left, Type right) {
     return commonType(numberType(left), numberType(right));
 }
 
+/// A comparison and what is joined of them gives the number -1 or 0; only a yes/no column is yes or no.
+constexpr Type kLogicType = Type::Integer;
+
 Type binaryType(Operator op, Type left, Type right) {
     switch (op) {
         case Operator::Join:
@@ -121,7 +124,7 @@ Type binaryType(Operator op, Type left, Type right) {
         case Operator::DivideWhole:
             return Type::Long;
         default:
-            return Type::Boolean;
+            return kLogicType;
     }
 }
 
@@ -397,7 +400,7 @@ void Resolver::resolve(Expression& expression, const Scope& scope) {
     } else if (const auto* constant = expression.as<Constant>()) {
         expression.type = *constant == Constant::Null ? Type::Unknown : Type::Boolean;
     } else if (const auto* unary = expression.as<Unary>()) {
-        expression.type = unary->op == Operator::Not ? Type::Boolean : numberType(unary->operand->type);
+        expression.type = unary->op == Operator::Not ? kLogicType : numberType(unary->operand->type);
     } else if (const auto* binary = expression.as<Binary>()) {
         expression.type = binaryType(binary->op, binary->left->type, binary->right->type);
     } else if (auto* scalar = expression.as<ScalarQuery>()) {
@@ -407,7 +410,7 @@ void Resolver::resolve(Expression& expression, const Scope& scope) {
         }
         expression.type = scalar->query->parts.front().outputs.front().value->type;
     } else if (!expression.as<Parameter>()) {
-        expression.type = Type::Boolean;
+        expression.type = kLogicType;
     }
     if (auto* in = expression.as<InQuery>()) {
         resolveQuery(*in->query, &scope);

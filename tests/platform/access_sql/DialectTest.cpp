@@ -68,23 +68,25 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"SELECT 3-2*1-1", "0"}, Row{"SELECT 8-(4-2)-1", "5"}, Row{"SELECT (1+2)*3", "9"},
                     Row{"SELECT Not Null Is Null", "0"}));
 
-INSTANTIATE_TEST_SUITE_P(
-    Arithmetic, Dialect,
-    testing::Values(Row{"SELECT 1/4", "0.25"}, Row{"SELECT 7.6\\2", "4"}, Row{"SELECT 2.5\\1", "2"},
-                    Row{"SELECT 7.5 Mod 5", "3"}, Row{"SELECT -7\\2", "-3"}, Row{"SELECT 1+Null", "Null"},
-                    Row{"SELECT '2'*3", "6"}, Row{"SELECT '1,5'+1", "2.5"}, Row{"SELECT 'a'+'b'", "ab"},
-                    Row{"SELECT 'a'+Null", "Null"}, Row{"SELECT 'a' & Null", "a"},
-                    Row{"SELECT Null & Null", "Null"}, Row{"SELECT 2.0 & ''", "2"},
-                    Row{"SELECT 2.5 & '.'", "2,5."},
-                    Row{"SELECT Peso & Codigo FROM Aves WHERE Id=1", "85,5012"},
-                    Row{"SELECT Nota & Codigo FROM Aves WHERE Id=2", "12"},
-                    Row{"SELECT Peso & Fecha FROM Aves WHERE Id=3", "Null"},
-                    Row{"SELECT '(' & Fecha & ')' FROM Aves WHERE Id=1", "(15/03/2010)"},
-                    Row{"SELECT Fecha & '' FROM Aves WHERE Id=4", "02/01/2011 6:00:00"},
-                    Row{"SELECT Hora & '' FROM Aves WHERE Id=1", "7:30:00"},
-                    Row{"SELECT True & ''", "Verdadero"}, Row{"SELECT #3/15/2010# & ''", "15/03/2010"},
-                    Row{"SELECT #15/3/2010# & ''", "15/03/2010"}, Row{"SELECT #7:05 PM# & ''", "19:05:00"},
-                    Row{"SELECT #1/2/29# & #1/2/30#", "02/01/202902/01/1930"}));
+INSTANTIATE_TEST_SUITE_P(Arithmetic, Dialect,
+                         testing::Values(Row{"SELECT 1/4", "0.25"}, Row{"SELECT 7.6\\2", "4"},
+                                         Row{"SELECT 2.5\\1", "2"}, Row{"SELECT 7.5 Mod 5", "3"},
+                                         Row{"SELECT -7\\2", "-3"}, Row{"SELECT 1+Null", "Null"},
+                                         Row{"SELECT '2'*3", "6"}, Row{"SELECT '1,5'+1", "2.5"},
+                                         Row{"SELECT 'a'+'b'", "ab"}, Row{"SELECT 'a'+Null", "Null"},
+                                         Row{"SELECT 'a' & Null", "a"}, Row{"SELECT Null & Null", "Null"},
+                                         Row{"SELECT 2.0 & ''", "2"}, Row{"SELECT 2.5 & '.'", "2,5."},
+                                         Row{"SELECT Peso & Codigo FROM Aves WHERE Id=1", "85,5012"},
+                                         Row{"SELECT Nota & Codigo FROM Aves WHERE Id=2", "12"},
+                                         Row{"SELECT Peso & Fecha FROM Aves WHERE Id=3", "Null"},
+                                         Row{"SELECT '(' & Fecha & ')' FROM Aves WHERE Id=1", "(15/03/2010)"},
+                                         Row{"SELECT Fecha & '' FROM Aves WHERE Id=4", "02/01/2011 6:00:00"},
+                                         Row{"SELECT Hora & '' FROM Aves WHERE Id=1", "7:30:00"},
+                                         Row{"SELECT True & ''", "Verdadero"}, Row{"SELECT (1=1) & ''", "-1"},
+                                         Row{"SELECT #3/15/2010# & ''", "15/03/2010"},
+                                         Row{"SELECT #15/3/2010# & ''", "15/03/2010"},
+                                         Row{"SELECT #7:05 PM# & ''", "19:05:00"},
+                                         Row{"SELECT #1/2/29# & #1/2/30#", "02/01/202902/01/1930"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Dates, Dialect,
