@@ -18,10 +18,11 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr int kMuertes = 20;
-constexpr int kRespuestas =
-    7;  // a sheet and its captures twice over, less one: each round dies at another of them
-constexpr int kPaso = 700;  // microseconds more in each round, from right behind an answer into the next save
 constexpr int kCapturasPorHoja = 3;
+/// Each round dies behind another of so many answers: the start, a sheet, its captures, the next sheet ...
+constexpr int kRespuestas = 7;
+/// Microseconds more in each round, from right behind an answer into the save that follows.
+constexpr int kPaso = 700;
 
 class Interrupcion : public Programa {
  protected:
