@@ -293,8 +293,9 @@ void frm06_HojasCampo::FormKeyPress(int& caracter) {
 
 // --- States of the fields
 
-/// The list takes the place of the fields, or leaves it to them.
+/// The list takes the place of the fields, or leaves it to them; the panel does not stay over either.
 void frm06_HojasCampo::ponerListaDelante(bool delante) {
+    otrosDatos.Ocultar();
     lstCabecerasHoja.SetVisible(delante);
     fraCabeceras.SetVisible(!delante);
 }
@@ -330,6 +331,7 @@ void frm06_HojasCampo::PrepararHojaNueva() {
     for (forms::Control* control : std::initializer_list<forms::Control*>{
              &txtNumHoja, &cmdNuevo, &cmdMostrarDetalle, &cmdEliminar, &B_Buscar})
         control->SetEnabled(false);
+    cmdModificar.SetEnabled(false);  // it would read another sheet over the one that is being typed
     lblProvincia.SetEnabled(true);
     cmdVerListaHojas.SetVisible(true);
     cmdVerHoja.SetVisible(false);

@@ -79,6 +79,9 @@ class frm06_HojasCampo : public forms::Form {
     forms::ListView lstCabecerasHoja{*this, QStringLiteral("lstCabecerasHoja")};
     PanelOtrosDatos otrosDatos{*this};
 
+    /// Is a sheet being typed that is not stored yet?
+    [[nodiscard]] bool EscribiendoHojaNueva() const;
+
     // --- Commands and events
     void cmdNuevo_Click();
     void cmdGrabar_Click();
@@ -120,6 +123,7 @@ class frm06_HojasCampo : public forms::Form {
     void LimpiarHoja();
     void AgregarFilaLista();
     void QuitarFilaLista();
+    [[nodiscard]] int filaDe(const QString& idCabecera) const;
 
     [[nodiscard]] bool usaRedes() const;
     [[nodiscard]] bool faltanDatos();

@@ -84,8 +84,9 @@ void frm06_HojasCampo::B_Buscar_Click() {
     mantenimiento_.MostrarDatosControles();
     mostrarLocalidad();
     mantenimiento_.BorrarDatos();
+    // The commands that follow go by the selected row: it has to be the row of the sheet that is shown.
+    if (porNumero) lstCabecerasHoja.Select(filaDe(lblIdCabecera.Caption()));
     if (porNumero && lstCabecerasHoja.Visible()) {
-        // A sheet asked for by its number is to be seen, though its row is not the chosen one.
         ponerListaDelante(false);
         cmdVerListaHojas.SetVisible(true);
         cmdVerHoja.SetVisible(false);
@@ -128,6 +129,10 @@ void frm06_HojasCampo::mostrarLocalidad() {
 }
 
 // --- Commands
+
+bool frm06_HojasCampo::EscribiendoHojaNueva() const {
+    return lblIdCabecera.Caption() == kSinIdentificador;
+}
 
 void frm06_HojasCampo::cmdNuevo_Click() {
     PrepararHojaNueva();
@@ -198,9 +203,11 @@ bool frm06_HojasCampo::grabarNueva() {
     }
     gConexion.Execute(u"UPDATE ANICHO SET IdCabecera = IdCab WHERE IdCabecera = -1 "_s);
     AgregarFilaLista();
+    otrosDatos.Ocultar();
     // The way on: F6 opens the captures of this sheet, with the first one ready to be typed.
     cmdMostrarDetalle.SetEnabled(true);
     cmdMostrarDetalle.SetVisible(true);
+    cmdModificar.SetEnabled(true);
     gNuevaHoja = true;
     // A list of rings that is open would take the new capture's sheet from its own row.
     if (gListaAnillas) forms::pantallas().Unload(frm07_DetallesHojasCampo::kName);
@@ -250,6 +257,7 @@ void frm06_HojasCampo::cmdVerListaHojas_Click() {
     ponerListaDelante(true);
     for (forms::CommandButton* boton : {&cmdVerListaHojas, &cmdVerHoja, &cmdModificar, &cmdMostrarDetalle})
         boton->SetVisible(false);
+    cmdModificar.SetEnabled(true);
     cmdGrabar.SetEnabled(false);
     cmdEliminar.SetEnabled(false);
     const int fila = lstCabecerasHoja.FindItem(lblIdCabecera.Caption());
@@ -363,6 +371,13 @@ void frm06_HojasCampo::lstCabecerasHoja_KeyPress(int& tecla) {
         ponerListaDelante(false);
         lstCabecerasHoja.SetTag({});
     }
+}
+
+/// The row of a sheet; -1 when the list does not hold it. Rows of the filled list bear blanks, added ones do
+/// not.
+int frm06_HojasCampo::filaDe(const QString& idCabecera) const {
+    const int cargada = lstCabecerasHoja.FindItem(Rellenar(idCabecera));
+    return cargada >= 0 ? cargada : lstCabecerasHoja.FindItem(idCabecera);
 }
 
 void frm06_HojasCampo::AgregarFilaLista() {

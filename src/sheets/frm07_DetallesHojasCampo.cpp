@@ -272,12 +272,13 @@ void frm07_DetallesHojasCampo::TomarHoja(const QString& idCabecera, const QStrin
     ado::Recordset hoja;
     hoja.Open(
         u"SELECT ANILOC.Municipio, ANILOC.NombreLocalidad, ANILOC.CodigoLocalidad, ANICHO.FechaCaptura "
-        u"FROM ANICHO INNER JOIN ANILOC ON ANICHO.CodLocalidad = ANILOC.CodigoLocalidad "
+        u"FROM ANICHO LEFT JOIN ANILOC ON ANICHO.CodLocalidad = ANILOC.CodigoLocalidad "
         u"WHERE ANICHO.IdCabecera = "_s +
             idCabecera,
         gConexion);
     if (hoja.Eof()) return;
-    lbltxtLocalidad.SetCaption(TextoDeLocalidad(hoja));
+    const bool conLugar = !hoja.Text(u"CodigoLocalidad"_s).isEmpty();
+    lbltxtLocalidad.SetCaption(conLugar ? TextoDeLocalidad(hoja) : QString());
     lblTxtFecha.SetCaption(hoja.Text(u"FechaCaptura"_s));
 }
 
@@ -286,7 +287,7 @@ void frm07_DetallesHojasCampo::UnloadEvent() {
     const bool deUnaHoja = !gListaAnillas && !gListaDuplicados && !lblTxtNumHoja.Caption().isEmpty() &&
                            !lblIdCabecera.Caption().isEmpty();
     auto* const hojas = forms::pantallas().Loaded<frm06_HojasCampo>();
-    if (deUnaHoja && hojas) {
+    if (deUnaHoja && hojas && !hojas->EscribiendoHojaNueva()) {
         hojas->txtNumHoja.SetText(lblTxtNumHoja.Caption());
         hojas->lblIdCabecera.SetCaption(lblIdCabecera.Caption());
         hojas->B_Buscar_Click();

@@ -194,6 +194,7 @@ class frm07_DetallesHojasCampo : public forms::Form {
     void tomarHojaDeLaFila();
     void mostrarSegunTipo();
     void agregarFila();
+    [[nodiscard]] int filaDe(const QString& numRegistro) const;
     void quitarFila(const QString& numRegistro);
 
     clsClassMantenimientos mantenimiento_;

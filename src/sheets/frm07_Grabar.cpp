@@ -26,9 +26,9 @@ bool hayFilas(const QString& sql) {
     return !filas.Eof() && !filas.Bof();
 }
 
-/// A date as text in the order that the engine's dialect wants; what is no date stays as it is.
+/// A date as text in the order that the engine's dialect wants; empty for what is no date.
 QString fechaParaSql(const QString& texto) {
-    return basic::IsDate(texto) ? basic::Format(basic::CDate(texto), u"mm/dd/yyyy"_s) : texto;
+    return basic::IsDate(texto) ? basic::Format(basic::CDate(texto), u"mm/dd/yyyy"_s) : QString();
 }
 
 QString sqlAnillamiento(const QString& centro, const QString& anilla) {
@@ -174,8 +174,10 @@ void frm07_DetallesHojasCampo::ExisteRecuperacion(const QString& centro, const Q
                                                   bool& existe) const {
     const bool esLaMisma = gModificando && centro == gOriginalCentro && anilla == gOriginalAnilla &&
                            fecha == gOriginalFecha && hora == gOriginalHora;
+    // An imported sheet may have no date: then no other capture is of the same day.
+    const bool comparable = !esLaMisma && !fecha.isEmpty();
     existe =
-        !esLaMisma &&
+        comparable &&
         hayFilas(
             u"SELECT ANIAHO.* FROM ANICHO INNER JOIN ANIAHO ON ANICHO.IdCabecera = ANIAHO.IdCabecera WHERE "
             u"ANIAHO.CodigoCentro='"_s +

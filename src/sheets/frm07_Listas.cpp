@@ -124,8 +124,10 @@ void frm07_DetallesHojasCampo::prepararListaVacia() {
 
 // --- Between list and fields
 
-/// Which layer is in front. The other one is hidden, so that Tab does not wander behind it.
+/// Which layer is in front. The other one is hidden, so that Tab does not wander behind it, and the panel
+/// does not stay over either.
 void frm07_DetallesHojasCampo::ponerListaDelante(bool delante) {
+    otrosDatos.Ocultar();
     lstDetallesCabecerasHoja.SetVisible(delante);
     fraCabeceras.SetVisible(!delante);
 }
@@ -146,7 +148,7 @@ void frm07_DetallesHojasCampo::cmdVerListaCapturas_Click() {
     cmdEliminar.SetEnabled(hayFilas);
     cmdModificar.SetEnabled(hayFilas);
     cmdGrabar.SetEnabled(false);
-    const int fila = lstDetallesCabecerasHoja.FindItem(Rellenar(txtNumRegistro.Text()));
+    const int fila = filaDe(txtNumRegistro.Text());
     if (fila >= 0) lstDetallesCabecerasHoja.Select(fila);
     lstDetallesCabecerasHoja.SetFocus();
 }
@@ -195,9 +197,10 @@ void frm07_DetallesHojasCampo::tomarHojaDeLaFila() {
         u"ON ANICHO.CodLocalidad = ANILOC.CodigoLocalidad WHERE (((ANICHO.NumHoja)="_s +
             lblTxtNumHoja.Caption() + u"))"_s,
         gConexion);
-    if (hoja.Eof()) return;
-    lbltxtLocalidad.SetCaption(captura::LugarDeLaHoja(hoja));
-    lblTxtFecha.SetCaption(hoja.Text(u"FechaCaptura"_s));
+    // A sheet without a known place has its date in the row; nothing of the sheet before may stay.
+    const bool hallada = !hoja.Eof();
+    lbltxtLocalidad.SetCaption(hallada ? captura::LugarDeLaHoja(hoja) : QString());
+    lblTxtFecha.SetCaption(hallada ? hoja.Text(u"FechaCaptura"_s) : lista.SelectedText(captura::kFecha));
 }
 
 /// Condition and circumstance of a stored capture: closed and greyed for a ringing.
@@ -327,8 +330,21 @@ void frm07_DetallesHojasCampo::agregarFila() {
     if (lstDetallesCabecerasHoja.Selected() < 0) lstDetallesCabecerasHoja.Select(nueva);
 }
 
+/// The row of a capture of the sheet on the screen; -1 when the list does not hold it. A list of rings holds
+/// the same number once for each sheet.
+int frm07_DetallesHojasCampo::filaDe(const QString& numRegistro) const {
+    const forms::ListView& lista = lstDetallesCabecerasHoja;
+    const QString texto = Rellenar(numRegistro);
+    for (int fila = lista.FindItem(texto); fila >= 0 && fila < lista.Count(); ++fila) {
+        const bool esLaCaptura = lista.Cell(fila, captura::kNumRegistro) == texto &&
+                                 lista.Cell(fila, captura::kIdCabecera) == lblIdCabecera.Caption();
+        if (esLaCaptura) return fila;
+    }
+    return -1;
+}
+
 void frm07_DetallesHojasCampo::quitarFila(const QString& numRegistro) {
-    const int fila = lstDetallesCabecerasHoja.FindItem(Rellenar(numRegistro));
+    const int fila = filaDe(numRegistro);
     if (fila < 0) return;
     lstDetallesCabecerasHoja.Select(fila);
     lstDetallesCabecerasHoja.Remove(fila);
