@@ -271,8 +271,70 @@ TEST_F(Hojas, UnaHojaBuscadaPorSuNumeroQuedaALaVista) {
     hojas().UserKey(key::F8);
     EXPECT_FALSE(hojas().lstCabecerasHoja.Visible());
     EXPECT_EQ(hojas().dtpCaptura.Text(), u"01/12/2009");
+    // The list opened on its first row; what follows is of the sheet that is shown all the same.
+    hojas().UserKey(key::F6);
+    EXPECT_EQ(capturas().Caption(), u"Detalle Hoja de Campo nº 123456000002");
+    EXPECT_EQ(capturas().lblTxtNumHoja.Caption(), u"123456000002");
+    capturas().UserKey(key::F7);
+    hojas().UserKey(key::F12);
+    EXPECT_EQ(hojas().lblIdCabecera.Caption(), u"2");
     hojas().UserKey(key::F5);
     EXPECT_TRUE(hojas().lstCabecerasHoja.Visible());
+}
+
+TEST_F(Hojas, UnaHojaQueSeEscribeNoLaPisaOtra) {
+    datos();
+    forms::runAction([] { hojas().Show(); });
+    hojas().UserSelectRow(hojas().lstCabecerasHoja, 0);
+    hojas().UserKey(key::F6);
+    forms::runAction([] { hojas().cmdNuevo_Click(); });
+    escribirEn(hojas(), hojas().txtCampaña, u"paso"_s);
+    hojas().UserKey(key::F12);
+    EXPECT_EQ(hojas().txtCampaña.Text(), u"paso");
+    capturas().UserClose();
+    EXPECT_EQ(hojas().txtCampaña.Text(), u"paso");
+    EXPECT_TRUE(hojas().EscribiendoHojaNueva());
+    // Back on the list, a row can be opened for change again.
+    hojas().UserKey(key::F5);
+    hojas().UserSelectRow(hojas().lstCabecerasHoja, 1);
+    hojas().UserKey(key::F12);
+    EXPECT_EQ(hojas().lblIdCabecera.Caption(), u"2");
+}
+
+TEST_F(Hojas, LaCapturaDeUnaHojaSinFechaNiLugarSeGrabaYNoHeredaLosDeOtra) {
+    datos();
+    sql(u"INSERT INTO ALMACEN VALUES (1, 'L', '1L', '00001', '00099', 99, '01/01/2010', 'A')"_s);
+    sql(u"UPDATE ANICHO SET FechaCaptura=Null, CodLocalidad=Null WHERE IdCabecera=2"_s);
+    sql(u"DELETE FROM ANIAHO WHERE IdCabecera=1 AND NumRegistro=2"_s);
+    auto& pantalla = abrirLista();
+    pantalla.UserSelectRow(lista(), 0);
+    pantalla.UserKey(key::F5);
+    EXPECT_EQ(pantalla.lblTxtFecha.Caption(), u"15/03/2010");
+    pantalla.UserKey(key::F7);
+    pantalla.UserSelectRow(lista(), 1);
+    pantalla.UserKey(key::F12);
+    EXPECT_EQ(pantalla.lblIdCabecera.Caption(), u"2");
+    EXPECT_EQ(pantalla.lblTxtFecha.Caption(), QString());
+    EXPECT_EQ(pantalla.lbltxtLocalidad.Caption(), QString());
+    escribirEn(pantalla, pantalla.txtIniciales, u"on"_s);
+    pantalla.UserKey(key::F3);
+    EXPECT_EQ(host.textosDeCajas(), QString());
+    EXPECT_EQ(filas(u"SELECT IniAnillador FROM ANIAHO WHERE IdCabecera=2"_s), u"ON");
+}
+
+TEST_F(Hojas, EntreNumerosIgualesLaVueltaALaListaElijeLaCapturaDeSuHoja) {
+    datos();
+    auto& pantalla = abrirLista();
+    pantalla.UserSelectRow(lista(), 2);
+    pantalla.UserKey(key::F5);
+    pantalla.UserKey(key::F5);
+    EXPECT_EQ(lista().Selected(), 2);
+    host.respuestas = {forms::box::AnswerYes};
+    captura(2, 2, u"A"_s, u"1L.00003"_s);  // so that there is something to renumber
+    pantalla.UserKey(key::F11);
+    EXPECT_EQ(columna(38), u"1 1");
+    EXPECT_EQ(filas(u"SELECT Anilla FROM ANIAHO WHERE IdCabecera=1 ORDER BY NumRegistro"_s),
+              u"1L.00001|1L.00002");
 }
 
 TEST_F(Hojas, LasCapturasDeUnaFilaTomanFechaYLugarDeSuHojaYVuelvenAElla) {
