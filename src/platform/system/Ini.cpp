@@ -106,6 +106,16 @@ bool breaksLine(const QString& text) {
     return text.contains(u'\n') || text.contains(u'\r') || text.contains(u'\0');
 }
 
+/// Whether a name that is written is found again: the code page has its letters, and nothing is trimmed away.
+bool isName(const QString& name) {
+    return !name.isEmpty() && name.trimmed() == name && basic::fromAnsi(basic::toAnsi(name)) == name;
+}
+
+/// A line that begins so is a comment or a section's head.
+bool isKey(const QString& name) {
+    return isName(name) && !name.startsWith(u';') && !name.startsWith(u'[') && !name.contains(u'=');
+}
+
 /// Gives the line in front of a new one its end, which the file's last line may lack.
 void endLineBefore(Lines& lines, qsizetype place) {
     if (place > 0 && !lines[place - 1].endsWith('\n')) lines[place - 1] += lineEnd;
@@ -122,7 +132,7 @@ int readInt(const QString& path, const QString& section, const QString& key, int
 }
 
 bool writeText(const QString& path, const QString& section, const QString& key, const QString& value) {
-    const bool named = !section.isEmpty() && !section.contains(u']') && !key.isEmpty() && !key.contains(u'=');
+    const bool named = isName(section) && !section.contains(u']') && isKey(key);
     if (!named || breaksLine(section + key + value)) return false;
     const std::optional<QByteArray> bytes = readFile(path);
     if (!bytes && exists(path)) return false;  // there, but not readable: its other lines would be lost

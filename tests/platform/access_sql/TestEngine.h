@@ -36,6 +36,9 @@ class TestEngine : public Schema {
     /// SQLite text, for indexes.
     void plain(const char* sql);
 
+    /// For what only SQLite itself can tell or limit.
+    [[nodiscard]] sqlite3* handle() const { return db_.get(); }
+
     [[nodiscard]] const TableDef* table(QStringView name) const override;
     [[nodiscard]] const std::vector<OutputColumn>& columns() const { return columns_; }
 

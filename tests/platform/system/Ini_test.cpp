@@ -75,6 +75,8 @@ TEST(IniFile, IsMadeWhereItLacksAndRefusedWhereItCannotBe) {
     EXPECT_FALSE(writeText(folder.path(u"none/Tarmel.INI"_s), section, key, u"1"_s));
     EXPECT_FALSE(writeText(folder.path(file), section, key, u"1\r\n[Otro]"_s));
     EXPECT_FALSE(writeText(folder.path(file), u"a]b"_s, key, u"1"_s));
+    for (const QString& name : {u""_s, u";x"_s, u"[x"_s, u"x="_s, u" x"_s, u"λ"_s})
+        EXPECT_FALSE(writeText(folder.path(file), section, name, u"1"_s)) << name.toStdString();
     EXPECT_EQ(folder.read(file), "[Tarmel]\r\nActualizaci\xF3n=1\r\n");
 }
 
