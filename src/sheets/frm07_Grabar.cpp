@@ -248,6 +248,8 @@ void frm07_DetallesHojasCampo::cmdModificar_Click() {
     cmdModificar.SetEnabled(false);
     cmdGrabar.SetEnabled(true);
     if (cboEdad.ListIndex() != captura::kPollo) cboTamañoNidada.SetEnabled(false);
+    // The list says so by itself only when its choice differs from the capture shown before.
+    if (cboInfoAnilla.ListIndex() != captura::kAdmiteSustituida) AnillaSustituida.SetEnabled(false);
 }
 
 }  // namespace tarmel

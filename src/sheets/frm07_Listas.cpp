@@ -298,6 +298,8 @@ void frm07_DetallesHojasCampo::lstDetallesCabecerasHoja_Click() {
 
 void frm07_DetallesHojasCampo::lstDetallesCabecerasHoja_DblClick() {
     if (lstDetallesCabecerasHoja.Selected() < 0) return;
+    // A change of another row that was left with F7 is given up: its ring must not pass to this capture.
+    gModificando = false;
     const bool deUnListado = enListado();
     tomarHojaDeLaFila();
     if (deUnListado) SetCaption(tituloDeHoja(lblTxtNumHoja.Caption()));

@@ -142,6 +142,23 @@ TEST_F(Hojas, UnaFilaAbiertaConEnterSePuedeGrabarPeroChocaConsigoMisma) {
               u"El anillamiento con número de anilla: 1L.00001\rya ha sido introducido en la base de datos.");
 }
 
+TEST_F(Hojas, UnCambioAbandonadoNoDaSuAnillaALaCapturaSiguiente) {
+    datos();
+    sql(u"INSERT INTO ALMACEN VALUES (1, 'L', '1L', '00001', '00099', 99, '01/01/2010', 'A')"_s);
+    auto& pantalla = abrirLista();
+    pantalla.UserSelectRow(lista(), 0);
+    pantalla.UserKey(key::F12);
+    pantalla.UserKey(key::F7);
+    pantalla.UserSelectRow(lista(), 1);
+    pantalla.UserKey(key::Enter);
+    pantalla.UserKey(key::F3);
+    EXPECT_NE(host.textosDeCajas(), QString());
+    EXPECT_EQ(pantalla.txtNumAnilla.Text(), QString());
+    pantalla.UserKey(key::F3);
+    EXPECT_EQ(filas(u"SELECT Anilla FROM ANIAHO WHERE IdCabecera=1 ORDER BY NumRegistro"_s),
+              u"1L.00001|1L.00002");
+}
+
 TEST_F(Hojas, LasDuplicadasSeCorrigenDesdeSuLista) {
     datos();
     sql(u"INSERT INTO ALMACEN VALUES (1, 'L', '1L', '00001', '00099', 99, '01/01/2010', 'A')"_s);
