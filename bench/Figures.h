@@ -7,5 +7,6 @@ namespace tarmel::bench {
 
 void addStatements();
 void addCapture();
+void addLista();
 
 }  // namespace tarmel::bench

@@ -1,0 +1,160 @@
+// The list of all rings with a hundred thousand captures: the time of the fill beside plain SQLite reading
+// the same rows, and with it what its users notice: the longest wait between two turns of the event loop
+// (bar: 100 ms), the slowest sort by a head (bar: 1000 ms) and the memory of a row (bar: 1536 bytes, also
+// while the list fills).
+
+#include <malloc.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include "Figures.h"
+#include "core/DefinicionesGlobales.h"
+#include "core/RegistroPantallas.h"
+#include "database/Esquema.h"
+#include "platform/forms/Host.h"
+#include "platform/forms/Pantallas.h"
+#include "populate/Poblacion.h"
+#include "sheets/frm07_DetallesHojasCampo.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace tarmel::bench;
+using tarmel::frm07_DetallesHojasCampo;
+namespace forms = tarmel::forms;
+
+constexpr int kCaptures = 100000;
+constexpr int kHeads[] = {1, 4, 6, 9, 15};  // number, date (by a hidden key), ring, species, wing
+
+std::size_t bytesInUse() {
+    const auto now = mallinfo2();
+    return now.uordblks + now.hblkhd;
+}
+
+/// A program without windows that looks at the clock, and now and then at the memory, whenever events may
+/// run.
+class Host : public forms::Host {
+ public:
+    Host() { forms::setHost(this); }
+    ~Host() override { forms::setHost(nullptr); }
+    void start() {
+        longestGap_ = 0;
+        turns_ = 0;
+        mostBytes_ = bytesInUse();
+        clock_.start();
+    }
+    void turn() {
+        longestGap_ = std::max(longestGap_, clock_.nsecsElapsed());
+        clock_.start();
+    }
+    [[nodiscard]] double longestGap() const { return static_cast<double>(longestGap_) / 1e6; }
+    [[nodiscard]] std::size_t mostBytes() const { return mostBytes_; }
+
+    void DoEvents() override {
+        turn();
+        constexpr int kLook = 5000;  // reading the counters takes time
+        if (++turns_ % kLook == 0) mostBytes_ = std::max(mostBytes_, bytesInUse());
+    }
+    int ShowBox(const forms::MessageBox& message) override {
+        std::fprintf(stderr, "%s\n", qPrintable(message.text));
+        std::exit(1);
+    }
+    void FormShown(forms::Form&) override {}
+    void FormHidden(forms::Form&) override {}
+    void FormUnloaded(forms::Form&) override {}
+    void FormActivated(forms::Form&) override {}
+    void RunModal(forms::Form&) override {}
+    void SetPointer(forms::Pointer) override {}
+    void Sleep(int) override {}
+    std::optional<QString> OpenFileDialogue(const forms::FileDialogue&) override { return std::nullopt; }
+    void ShowHelp(const QString&) override {}
+    void ShowDateTimeSettings() override {}
+    QString ApplicationPath() const override { return QDir::currentPath(); }
+    bool PreviousInstance() const override { return false; }
+    void EndProgram() override { throw forms::ProgramEnd{}; }
+
+ private:
+    QElapsedTimer clock_;
+    qint64 longestGap_ = 0;
+    int turns_ = 0;
+    std::size_t mostBytes_ = 0;
+};
+
+QString base() {
+    static const QTemporaryDir folder(QDir::current().filePath(u"bench-XXXXXX"_s));
+    static const QString path = [] {
+        const QString file = folder.filePath(u"Tarmel_11.mdb"_s);
+        tarmel::prepararBase(file, QStringLiteral(TARMEL_DATA_DIR "/tables"));
+        tarmel::ado::Connection connection;
+        connection.OpenFile(file);
+        tarmel::muestra::poblar(connection, kCaptures, 1);
+        return file;
+    }();
+    return path;
+}
+
+double slowestSort(frm07_DetallesHojasCampo& screen) {
+    qint64 slowest = 0;
+    for (const int head : kHeads) {
+        QElapsedTimer clock;
+        clock.start();
+        screen.UserColumnClick(screen.lstDetallesCabecerasHoja, head);
+        slowest = std::max(slowest, clock.nsecsElapsed());
+    }
+    return static_cast<double>(slowest) / 1e6;
+}
+
+void listOurs(benchmark::State& state, const char* synchronous) {
+    Host host;
+    tarmel::registrarPantallas();
+    tarmel::gConexion.OpenFile(base());
+    tarmel::gConexion.ExecutePlain(QByteArray("PRAGMA synchronous=") + synchronous);
+    double gap = 0;
+    double sort = 0;
+    std::size_t most = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        tarmel::gCodAnillador = tarmel::muestra::kPrimerAnillador;
+        tarmel::gEsCoordinador = true;  // sees the rings of all
+        tarmel::gListaAnillas = true;
+        auto& screen = forms::pantallas().Get<frm07_DetallesHojasCampo>();
+        const std::size_t before = bytesInUse();
+        state.ResumeTiming();
+        host.start();
+        screen.Show();
+        host.turn();
+        state.PauseTiming();
+        const int rows = screen.lstDetallesCabecerasHoja.Count();
+        if (rows != kCaptures) state.SkipWithError("captures are missing");
+        most = std::max({most, host.mostBytes() - before, bytesInUse() - before});
+        gap = std::max(gap, host.longestGap());
+        sort = std::max(sort, slowestSort(screen));
+        forms::pantallas().Reset();
+        state.ResumeTiming();
+    }
+    tarmel::reiniciarSesion();
+    state.counters["gap_ms"] = gap;
+    state.counters["sort_ms"] = sort;
+    state.counters["bytes_row"] = static_cast<double>(most) / kCaptures;
+}
+
+void listPlain(benchmark::State& state, const char* synchronous) {
+    Plain plain(base(), synchronous);
+    sqlite3_stmt* const rows = plain.prepare(
+        "SELECT BRD.NombreEspecie, ANICHO.FechaCaptura, ANICHO.*, ANIAHO.*, BRD.*, "
+        "julianday(ANICHO.FechaCaptura) - julianday('1900-01-01') FROM ANICHO INNER JOIN ANIAHO ON "
+        "ANICHO.IdCabecera = ANIAHO.IdCabecera INNER JOIN ANIBRD AS BRD ON ANIAHO.IdEspecie = BRD.IdEspecie");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(readAll(rows));
+}
+
+}  // namespace
+
+void tarmel::bench::addLista() {
+    add({{"list_of_100000", listOurs, listPlain, 3.0}});
+}
