@@ -190,15 +190,18 @@ void frm07_DetallesHojasCampo::tomarHojaDeLaFila() {
     if (!enListado()) return;
     lblTxtNumHoja.SetCaption(lista.SelectedText(captura::kNumHoja));
     lblIdCabecera.SetCaption(lista.SelectedText(captura::kIdCabecera));
+    // An imported sheet may have no number to look it up by.
+    const bool conNumero = !lblTxtNumHoja.Caption().isEmpty();
     ado::Recordset hoja;
-    hoja.Open(
-        u"SELECT ANILOC.NombreLocalidad, ANILOC.Municipio, ANICHO.FechaCaptura, ANICHO.CodLocalidad "
-        u"FROM (ANICHO INNER JOIN ANIAHO ON ANICHO.IdCabecera = ANIAHO.IdCabecera) INNER JOIN ANILOC "
-        u"ON ANICHO.CodLocalidad = ANILOC.CodigoLocalidad WHERE (((ANICHO.NumHoja)="_s +
-            lblTxtNumHoja.Caption() + u"))"_s,
-        gConexion);
+    if (conNumero)
+        hoja.Open(
+            u"SELECT ANILOC.NombreLocalidad, ANILOC.Municipio, ANICHO.FechaCaptura, ANICHO.CodLocalidad "
+            u"FROM (ANICHO INNER JOIN ANIAHO ON ANICHO.IdCabecera = ANIAHO.IdCabecera) INNER JOIN ANILOC "
+            u"ON ANICHO.CodLocalidad = ANILOC.CodigoLocalidad WHERE (((ANICHO.NumHoja)="_s +
+                lblTxtNumHoja.Caption() + u"))"_s,
+            gConexion);
     // A sheet without a known place has its date in the row; nothing of the sheet before may stay.
-    const bool hallada = !hoja.Eof();
+    const bool hallada = conNumero && !hoja.Eof();
     lbltxtLocalidad.SetCaption(hallada ? captura::LugarDeLaHoja(hoja) : QString());
     lblTxtFecha.SetCaption(hallada ? hoja.Text(u"FechaCaptura"_s) : lista.SelectedText(captura::kFecha));
 }

@@ -318,7 +318,7 @@ TEST_F(Hojas, UnaHojaQueSeEscribeNoLaPisaOtra) {
     EXPECT_EQ(hojas().lblIdCabecera.Caption(), u"2");
 }
 
-TEST_F(Hojas, LaCapturaDeUnaHojaSinFechaNiLugarSeGrabaYNoHeredaLosDeOtra) {
+TEST_F(Hojas, LaCapturaDeUnaHojaSinDatosSeGrabaYNoHeredaLosDeOtra) {
     datos();
     sql(u"INSERT INTO ALMACEN VALUES (1, 'L', '1L', '00001', '00099', 99, '01/01/2010', 'A')"_s);
     sql(u"UPDATE ANICHO SET FechaCaptura=Null, CodLocalidad=Null WHERE IdCabecera=2"_s);
@@ -337,6 +337,15 @@ TEST_F(Hojas, LaCapturaDeUnaHojaSinFechaNiLugarSeGrabaYNoHeredaLosDeOtra) {
     pantalla.UserKey(key::F3);
     EXPECT_EQ(host.textosDeCajas(), QString());
     EXPECT_EQ(filas(u"SELECT IniAnillador FROM ANIAHO WHERE IdCabecera=2"_s), u"ON");
+
+    // Nor is a number needed to open it.
+    pantalla.UserClose();
+    sql(u"UPDATE ANICHO SET NumHoja=Null WHERE IdCabecera=2"_s);
+    auto& otraVez = abrirLista();
+    otraVez.UserDoubleClickRow(lista(), 1);
+    EXPECT_EQ(otraVez.lblIdCabecera.Caption(), u"2");
+    EXPECT_EQ(otraVez.lblTxtAnilla.Caption(), u"1L.00002");
+    EXPECT_EQ(host.textosDeCajas(), QString());
 }
 
 TEST_F(Hojas, EntreNumerosIgualesLaVueltaALaListaElijeLaCapturaDeSuHoja) {
