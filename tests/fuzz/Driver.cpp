@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <chrono>
 #include <cstdint>
@@ -17,6 +18,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -100,15 +102,24 @@ std::vector<std::string> dictionaryOf(fs::path inputs) {
 class Mutator {
  public:
     Mutator(std::vector<std::string> seeds, std::vector<std::string> words, std::uint64_t seed)
-        : seeds_(std::move(seeds)), words_(std::move(words)), random_(seed) {}
+        : seeds_(std::move(seeds)), own_(seeds_.size()), words_(std::move(words)), random_(seed) {}
 
     std::string next() {
         std::string input = any(seeds_);
         do {
             mutate(input);
-        } while (below(3) != 0);
+        } while (below(2) != 0);
         input.resize(std::min(input.size(), below(200) == 0 ? kMostBytes : kUsualBytes));
         return input;
+    }
+
+    /// Later rounds begin with this input too. The seeds themselves stay.
+    void keep(std::string input) {
+        if (input.size() > kUsualBytes) return;
+        if (seeds_.size() < own_ + kKept)
+            seeds_.push_back(std::move(input));
+        else
+            seeds_[own_ + below(kKept)] = std::move(input);
     }
 
  private:
@@ -124,7 +135,7 @@ class Mutator {
     }
 
     void mutate(std::string& input) {
-        switch (below(9)) {
+        switch (below(12)) {
             case 0:
                 return flipBit(input);
             case 1:
@@ -149,7 +160,27 @@ class Mutator {
         }
     }
 
-    std::string word() { return words_.empty() ? std::string(1, anyByte()) : any(words_); }
+    /// One of the dictionary, or one that stands in some input.
+    std::string word() {
+        if (!words_.empty() && below(2) == 0) return any(words_);
+        const std::string& text = any(seeds_);
+        if (text.empty()) return std::string(1, anyByte());
+        const auto [from, to] = tokenAt(text, below(text.size()));
+        return text.substr(from, to - from);
+    }
+
+    /// The letters and digits around a place, or the one sign there.
+    static std::pair<std::size_t, std::size_t> tokenAt(const std::string& text, std::size_t from) {
+        const auto isWord = [](char c) {
+            return (c & 0x80) != 0 || std::isalnum(static_cast<unsigned char>(c)) != 0;
+        };
+        std::size_t to = from + 1;
+        while (from > 0 && isWord(text[from]) && isWord(text[from - 1]))
+            --from;
+        while (to < text.size() && isWord(text[from]) && isWord(text[to]))
+            ++to;
+        return {from, to};
+    }
 
     void flipBit(std::string& input) {
         if (!input.empty()) input[below(input.size())] ^= static_cast<char>(1 << below(8));
@@ -176,22 +207,16 @@ class Mutator {
         const std::string& other = any(seeds_);
         input = input.substr(0, place(input)) + other.substr(place(other));
     }
-    /// The letters and digits around a place give way to a word, so that the rest still fits.
+    /// A token gives way to a word, so that the rest still fits.
     void replaceToken(std::string& input) {
         if (input.empty()) return;
-        const auto isWord = [](char c) {
-            return (c & 0x80) != 0 || std::isalnum(static_cast<unsigned char>(c));
-        };
-        std::size_t from = below(input.size());
-        std::size_t to = from + 1;
-        while (from > 0 && isWord(input[from]) && isWord(input[from - 1]))
-            --from;
-        while (to < input.size() && isWord(input[from]) && isWord(input[to]))
-            ++to;
+        const auto [from, to] = tokenAt(input, below(input.size()));
         input.replace(from, to - from, word());
     }
 
+    static constexpr std::size_t kKept = 2000;
     std::vector<std::string> seeds_;
+    std::size_t own_;  ///< how many of them were there from the beginning
     std::vector<std::string> words_;
     std::mt19937_64 random_;
 };
@@ -222,11 +247,14 @@ class Record {
     std::FILE* file_;
 };
 
-void runOne(const std::string& input, const Record& record) {
+/// Whether the input was accepted.
+bool runOne(const std::string& input, const Record& record) {
     record.keep(input);
     ::alarm(kSecondsForOne);  // what hangs is ended by the signal
-    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
+    const int result =
+        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
     ::alarm(0);
+    return result == 0;
 }
 
 }  // namespace
@@ -253,10 +281,15 @@ int main(int count, char** words) {
     for (const std::string& seed : seeds)
         runOne(seed, record);
     Mutator mutator(seeds, dictionaryOf(options->inputs), options->seed);
-    for (std::uint64_t round = 0; round < options->rounds; ++round)
-        runOne(mutator.next(), record);
+    unsigned long long accepted = 0;
+    for (std::uint64_t round = 0; round < options->rounds; ++round) {
+        std::string input = mutator.next();
+        if (!runOne(input, record)) continue;
+        ++accepted;
+        mutator.keep(std::move(input));
+    }
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - started;
-    std::printf("%s: %zu seeds and %llu mutations of them, %.1f s\n", name.c_str(), seeds.size(),
-                static_cast<unsigned long long>(options->rounds), seconds.count());
+    std::printf("%s: %zu seeds and %llu mutations of them (%llu accepted), %.1f s\n", name.c_str(),
+                seeds.size(), static_cast<unsigned long long>(options->rounds), accepted, seconds.count());
     return EXIT_SUCCESS;
 }

@@ -98,7 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString sql = QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     Translation translation;
     const bool lifted = accepts([&] { return lift(sql); });
-    if (!accepts([&] { translation = translate(sql, bench.engine); })) return 0;
+    if (!accepts([&] { translation = translate(sql, bench.engine); })) return -1;
     if (translation.kind == Translation::Kind::Define) {
         checkDefinition(bench, translation.definition);
         return 0;

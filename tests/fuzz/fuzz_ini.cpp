@@ -48,7 +48,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString key = QString::fromUtf8(takeLine(bytes));
     const QString value = QString::fromUtf8(takeLine(bytes));
     QFile file(path);
-    expect(file.open(QIODevice::WriteOnly | QIODevice::Truncate), "the file can be made");
+    file.remove();
+    expect(file.open(QIODevice::WriteOnly), "the file can be made");
     file.write(bytes);
     file.close();
 
@@ -57,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int before = sys::readInt(path, section, key, missing);
     if (!sys::writeText(path, section, key, text)) {
         expect(contentOf(path) == bytes, "a refusal leaves the file as it was");
-        return 0;
+        return -1;
     }
     const QByteArray written = contentOf(path);
     expect(othersStay(bytes, written), "all other lines stay", basic::fromAnsi(written));
