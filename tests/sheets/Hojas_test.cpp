@@ -342,7 +342,7 @@ TEST_F(Hojas, LaCapturaDeUnaHojaSinDatosSeGrabaYNoHeredaLosDeOtra) {
     pantalla.UserClose();
     sql(u"UPDATE ANICHO SET NumHoja=Null WHERE IdCabecera=2"_s);
     auto& otraVez = abrirLista();
-    otraVez.UserDoubleClickRow(lista(), 1);
+    otraVez.UserDoubleClickRow(lista(), static_cast<int>(columna(38).split(u' ').indexOf(u"2"_s)));
     EXPECT_EQ(otraVez.lblIdCabecera.Caption(), u"2");
     EXPECT_EQ(otraVez.lblTxtAnilla.Caption(), u"1L.00002");
     EXPECT_EQ(host.textosDeCajas(), QString());
