@@ -52,13 +52,17 @@ bool accepts(const Step& step) {
     }
 }
 
-void prepares(sqlite3* db, const QByteArray& text) {
+/// False where a statement is deeper than SQLite's own parser, which the connection tells as a refusal: how
+/// deep a text becomes depends on the types of its operands, and no count of ours foresees it.
+bool prepares(sqlite3* db, const QByteArray& text) {
     sqlite3_stmt* statement = nullptr;
     const int result =
         sqlite3_prepare_v2(db, text.constData(), static_cast<int>(text.size()), &statement, nullptr);
     sqlite3_finalize(statement);
-    expect(result == SQLITE_OK, "what is accepted prepares",
-           QString::fromUtf8(sqlite3_errmsg(db)) + u'\n' + QString::fromUtf8(text));
+    const QByteArray message = sqlite3_errmsg(db);
+    if (result == SQLITE_ERROR && message == "parser stack overflow") return false;
+    expect(result == SQLITE_OK, "what is accepted prepares", QString::fromUtf8(message + '\n' + text));
+    return true;
 }
 
 void checkDefinition(const Bench& bench, const Definition& definition) {
@@ -103,8 +107,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         checkDefinition(bench, translation.definition);
         return 0;
     }
-    prepares(bench.engine.handle(), translation.text);
+    const bool prepared = prepares(bench.engine.handle(), translation.text);
     // A literal that is no value, such as a thirteenth month, is told by the lift alone.
-    if (lifted) runAndUndo(bench.engine, sql, translation);
+    if (lifted && prepared) runAndUndo(bench.engine, sql, translation);
     return 0;
 }
