@@ -37,8 +37,9 @@ Archivador DescomprimirCatalogo(const QString& Carpeta, const QString& Fichero) 
 QString LeerFichero(const QString& Ruta) {
     QFile fichero(Ruta);
     abrirFicheroRecibido(fichero);
-    if (fichero.size() > kMaxFicheroEntero) throw formatoNoValido(u"El fichero es demasiado grande"_s);
-    const QByteArray bytes = fichero.read(kMaxFicheroEntero);
+    const qint64 largo = fichero.size();
+    if (largo > kMaxFicheroEntero) throw formatoNoValido(u"El fichero es demasiado grande"_s);
+    const QByteArray bytes = fichero.read(largo);  // room is made for all that is asked for
     if (fichero.error() != QFileDevice::NoError) throw basic::RuntimeError(basic::error::FileAccess);
     if (bytes.contains('\0')) throw formatoNoValido(u"El fichero no es un fichero de texto"_s);
     comprobarLineas(bytes);
