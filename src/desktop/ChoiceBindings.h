@@ -48,9 +48,9 @@ class ComboBinding final : public Binding {
 
     forms::ComboBox& combo_;
     QComboBox& box_;
-    QListView* list_;  // what drops down; the combo owns it
+    bool stale_ = true;  // stands before the list, whose making already sends the box events
+    QListView* list_;    // what drops down; the combo owns it
     ComboItems items_;
-    bool stale_ = true;
 };
 
 class DateBinding final : public Binding {
