@@ -440,6 +440,11 @@ void Escritorio::ShowDateTimeSettings() {
     }
 }
 
+void Escritorio::setApplicationPath(const QString& path) {
+    applicationPath_ = path;
+    instance_.reset();
+}
+
 bool Escritorio::PreviousInstance() const {
     // Held from here on, so that later copies see this one.
     if (!instance_) {

@@ -61,6 +61,8 @@ class Escritorio final : public forms::Host {
     ~Escritorio() override;
 
     void setAnswerer(Answerer* answerer) { answerer_ = answerer; }
+    /// From here on it stands for the program of another folder. Only while none is running.
+    void setApplicationPath(const QString& path);
 
     [[nodiscard]] QWidget* widgetOf(const forms::Form& form) const;
     [[nodiscard]] QWidget* widgetOf(const forms::Control& control) const;

@@ -181,5 +181,25 @@ TEST_F(Play, FilesAreReadInTheAnsiCodePage) {
         6);
 }
 
+TEST_F(Play, AStoryGoesOnInAnotherFolder) {
+    ASSERT_TRUE(QDir(folder.path()).mkpath(u"Otra/Datos"_s));
+    QFile file(folder.filePath(u"hoy-26010101.txt"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("a");
+    file.close();
+    EXPECT_TRUE(play(u"copy \"hoy-??????01.txt\" \"Otra/Datos\"\n"
+                     "start\nclick main.end\nfolder \"Otra\"\nstart\nclick main.end\n"
+                     "expect file \"Datos/hoy-*.txt\" bytes \"a\"\nexpect file \"hoy-*.txt\" absent\n"
+                     "folder \"\"\nexpect file \"hoy-26010101.txt\" exists"_s)
+                    .isClean())
+        << transcript.toStdString();
+    EXPECT_EQ(play(u"folder \"Otra\""_s).refused + play(u"expect file \"Otra\" exists"_s).passed, 1)
+        << "the next story begins at home";
+    EXPECT_EQ(play(u"copy \"no-*.txt\" \"Otra\"\nfolder \"Ninguna\"\nunpack \"hoy-*.txt\" \"Otra\"\n"
+                   "start\nfolder \"Otra\""_s)
+                  .refused,
+              4);
+}
+
 }  // namespace
 }  // namespace tarmel::scenario

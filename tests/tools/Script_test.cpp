@@ -95,16 +95,15 @@ TEST_P(RefusedLine, IsAFaultWithItsNumber) {
     EXPECT_FALSE(script.faults[0].text.isEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Script, RefusedLine,
-                         ::testing::Values("fly f.a", "click", "click f", "click f.a f.b", "type f.a abc",
-                                           "type f.a \"abc", "type f.a \"a\\x\"", "choose f.a 3",
-                                           "choose f.a #x", "key f F13", "key f Return",
-                                           "date f.a 31/02/2010", "date f.a 2010-01-01", "time f.a 24:00",
-                                           "row f.a 0", "answer Maybe", "expect", "expect f.a",
-                                           "expect no focus", "expect box", "expect box \"a\" icon blue",
-                                           "expect f.a.Cell(1) \"x\"", "expect f.a.Text", "expect file \"x\"",
-                                           "expect file \"x\" line 0 \"a\"", "expect report", "close f.a",
-                                           "start now", "pick \"\""));
+INSTANTIATE_TEST_SUITE_P(
+    Script, RefusedLine,
+    ::testing::Values("fly f.a", "click", "click f", "click f.a f.b", "type f.a abc", "type f.a \"abc",
+                      "type f.a \"a\\x\"", "choose f.a 3", "choose f.a #x", "key f F13", "key f Return",
+                      "date f.a 31/02/2010", "date f.a 2010-01-01", "time f.a 24:00", "row f.a 0",
+                      "answer Maybe", "expect", "expect f.a", "expect no focus", "expect box",
+                      "expect box \"a\" icon blue", "expect f.a.Cell(1) \"x\"", "expect f.a.Text",
+                      "expect file \"x\"", "expect file \"x\" line 0 \"a\"", "expect report", "close f.a",
+                      "start now", "pick \"\"", "folder Otra", "copy \"a\"", "unpack \"a\" b"));
 
 }  // namespace
 }  // namespace tarmel::scenario

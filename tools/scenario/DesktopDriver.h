@@ -24,6 +24,7 @@ class DesktopDriver final : public Driver, public desktop::Answerer {
     DesktopDriver(Runner& runner, const QString& applicationFolder, QString shotsFolder);
     ~DesktopDriver() override;
 
+    void setApplicationFolder(const QString& folder) override { escritorio_.setApplicationPath(folder); }
     void start() override;
     [[nodiscard]] bool ended() const override;
     void abandon() override;

@@ -26,6 +26,7 @@ class Dialogues {
     Dialogues(QString folder, std::function<void(const QString&)> tell,
               std::function<void(const QString&)> refuse);
 
+    void setFolder(const QString& folder) { folder_ = folder; }
     void queueAnswer(int answer) { answers_.push_back(answer); }
     void queuePick(const QString& path) { picks_.push_back(path); }
     int answer(const forms::MessageBox& message);

@@ -19,6 +19,8 @@ class Driver {
  public:
     virtual ~Driver() = default;
 
+    /// The program that is started next is the one of another folder.
+    virtual void setApplicationFolder(const QString& folder) = 0;
     /// Starts the program; again after it has ended.
     virtual void start() = 0;
     /// The program has ended.

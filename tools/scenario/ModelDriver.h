@@ -18,6 +18,7 @@ class ModelDriver final : public Driver, public forms::Host {
     ModelDriver(Runner& runner, QString applicationFolder, std::function<void()> program);
     ~ModelDriver() override;
 
+    void setApplicationFolder(const QString& folder) override { folder_ = folder; }
     void start() override;
     [[nodiscard]] bool ended() const override { return ended_; }
     void abandon() override;

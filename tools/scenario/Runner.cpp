@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
 #include <algorithm>
 #include <utility>
 
@@ -22,7 +24,8 @@ constexpr int kGoToTries = 2;  // a hand that was sent elsewhere clicks once mor
 }  // namespace
 
 Runner::Runner(QString applicationFolder, QTextStream& out)
-    : folder_(std::move(applicationFolder)),
+    : home_(std::move(applicationFolder)),
+      folder_(home_),
       out_(out),
       dialogues_(
           folder_, [this](const QString& line) { tell(line); }, [this](const QString& why) { refuse(why); }) {
@@ -66,6 +69,7 @@ void Runner::play(const QString& file) {
     script_ = parse(QString::fromUtf8(source.readAll()));
     next_ = 0;
     dialogues_.clear();
+    setFolder(home_);
     for (const Fault& fault : script_.faults) {
         refuse(u"line %1: %2"_s.arg(fault.line).arg(fault.text));
     }
@@ -125,6 +129,12 @@ void Runner::act(const Step& step) {
             return dialogues_.queuePick(step.text);
         case Verb::Sql:
             return runSql(step.text);
+        case Verb::Folder:
+            return goToFolder(step.text);
+        case Verb::Copy:
+            return copy(step);
+        case Verb::Unpack:
+            return unpack(step);
         case Verb::Shot: {
             const QString file = driver_->shot(step.text);
             if (!file.isEmpty()) tell(u"picture "_s + file);
@@ -402,6 +412,65 @@ void Runner::runSql(const QString& statement) {
     }
 }
 
+// --- Files and folders
+// --------------------------------------------------------------------------------------------
+
+void Runner::setFolder(const QString& folder) {
+    folder_ = folder;
+    dialogues_.setFolder(folder);
+    driver_->setApplicationFolder(folder);
+}
+
+/// Another installation of the program lies in a folder of the first; the empty name leads back to that.
+void Runner::goToFolder(const QString& name) {
+    if (isRunning()) throw Refused{u"the program is running"_s};
+    const QFileInfo folder(QDir(home_).filePath(name));
+    if (!folder.isDir()) throw Refused{u"no such folder: "_s + name};
+    setFolder(folder.canonicalFilePath());
+    // What was left in the other folder is no program of this one.
+    countUnexpectedEnd();
+    program_ = Program::NotStarted;
+}
+
+QString Runner::pathOf(const QString& name) const {
+    const QFileInfo path(QDir(folder_).absoluteFilePath(name));
+    if (path.exists() || !(name.contains(u'*') || name.contains(u'?'))) return path.filePath();
+    const QStringList names = path.dir().entryList({path.fileName()}, QDir::Files, QDir::Name);
+    return names.isEmpty() ? path.filePath() : path.dir().filePath(names.first());
+}
+
+QString Runner::existingFile(const QString& name) const {
+    const QString path = pathOf(name);
+    if (!QFileInfo(path).isFile()) throw Refused{u"no such file: "_s + name};
+    return path;
+}
+
+QString Runner::madeFolder(const QString& name) const {
+    const QDir folder(QDir(folder_).absoluteFilePath(name));
+    if (!folder.mkpath(u"."_s)) throw Refused{u"the folder cannot be made: "_s + name};
+    return folder.path();
+}
+
+void Runner::copy(const Step& step) {
+    const QFileInfo from(existingFile(step.text));
+    const QString to = QDir(madeFolder(step.destination)).filePath(from.fileName());
+    QFile::remove(to);
+    if (!QFile::copy(from.filePath(), to)) throw Refused{u"the file cannot be copied to "_s + to};
+    tell(u"copied "_s + from.fileName());
+}
+
+/// With the archiver of this machine, whatever the program has for its own.
+void Runner::unpack(const Step& step) {
+    const QString archive = existingFile(step.text);
+    QProcess archiver;
+    archiver.setWorkingDirectory(madeFolder(step.destination));
+    archiver.start(QStandardPaths::findExecutable(u"7za"_s), {u"e"_s, archive, u"-y"_s});
+    if (!archiver.waitForFinished() || archiver.exitStatus() != QProcess::NormalExit ||
+        archiver.exitCode() != 0)
+        throw Refused{u"the archive cannot be unpacked: "_s + archive};
+    tell(u"unpacked "_s + QFileInfo(archive).fileName());
+}
+
 // --- Expectations
 // -------------------------------------------------------------------------------------------------
 
@@ -484,7 +553,7 @@ void Runner::meetReport(const Expectation&) {
 }
 
 void Runner::meetFile(const Expectation& expectation) {
-    const QString path = QDir(folder_).absoluteFilePath(expectation.name);
+    const QString path = pathOf(expectation.name);
     QFile file(path);
     const bool exists = QFileInfo(path).exists();
     QByteArray bytes;

@@ -47,6 +47,10 @@ class Runner {
     void set(const Step& step, bool checked);
     void row(const Step& step);
     void runSql(const QString& statement);
+    void setFolder(const QString& folder);
+    void goToFolder(const QString& name);
+    void copy(const Step& step);
+    void unpack(const Step& step);
     void meet(const Expectation& expectation);
     void meetBox(const Expectation& expectation);
     void meetProperty(const Expectation& expectation);
@@ -72,6 +76,11 @@ class Runner {
     T& only(forms::Control& control, std::initializer_list<forms::Kind> kinds) const;
     template <typename T>
     T& barOf(forms::Form& form, forms::Kind kind) const;
+    /// A path of the application folder; a pattern stands for the first file that fits it.
+    [[nodiscard]] QString pathOf(const QString& name) const;
+    /// The same for a file that must be there, and for a folder, which is made.
+    [[nodiscard]] QString existingFile(const QString& name) const;
+    [[nodiscard]] QString madeFolder(const QString& name) const;
     [[nodiscard]] QString rowsOf(const QString& statement) const;
 
     void tell(const QString& line);
@@ -79,7 +88,8 @@ class Runner {
     void pass();
     void fail(const QString& why);
 
-    QString folder_;
+    QString home_;    ///< the application folder that the stories begin in
+    QString folder_;  ///< the one that the story is in
     QTextStream& out_;
     Dialogues dialogues_;
     Driver* driver_ = nullptr;

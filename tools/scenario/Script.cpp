@@ -156,7 +156,8 @@ const std::map<QString, Verb> kVerbs = {
     {u"panel"_s, Verb::Panel},         {u"close"_s, Verb::Close},
     {u"answer"_s, Verb::Answer},       {u"pick"_s, Verb::Pick},
     {u"shot"_s, Verb::Shot},           {u"sql"_s, Verb::Sql},
-    {u"expect"_s, Verb::Expect},
+    {u"folder"_s, Verb::Folder},       {u"copy"_s, Verb::Copy},
+    {u"unpack"_s, Verb::Unpack},       {u"expect"_s, Verb::Expect},
 };
 
 const std::map<QString, int> kKeys = {
@@ -448,6 +449,14 @@ Step readStep(Words words) {
             break;
         case Verb::Sql:
             step.text = words.quoted(u"the statement"_s);
+            break;
+        case Verb::Folder:
+            step.text = words.quoted(u"the folder"_s);
+            break;
+        case Verb::Copy:
+        case Verb::Unpack:
+            step.text = words.quoted(u"the file"_s);
+            step.destination = words.quoted(u"the folder"_s);
             break;
         case Verb::Expect:
             step.expectation = expectation(words);

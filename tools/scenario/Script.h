@@ -34,6 +34,9 @@ enum class Verb {
     Pick,
     Shot,
     Sql,
+    Folder,
+    Copy,
+    Unpack,
     Expect,
 };
 
@@ -70,6 +73,7 @@ struct Step {
     Verb verb = Verb::Start;
     Target target;
     QString text;              ///< what is typed, chosen, picked, run or named
+    QString destination;       ///< the folder that files are copied or unpacked into
     std::optional<int> index;  ///< of an item from 0, of a row or column from 1
     int key = 0;               ///< forms::key code
     bool shift = false;
