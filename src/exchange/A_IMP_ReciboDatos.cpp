@@ -255,12 +255,12 @@ bool ImportarTablas(const QStringList& Tablas) {
     };
     for (const QString& tabla : Tablas) {
         gFicheroImportado = enDatos(tabla + u".TXT"_s);
-        avance.comenzar(tabla);
         if (archivador) {
             archivador->esperar(kPausaFichero);
         } else {
             Archivador::pausar(kPausaFichero);
         }
+        avance.comenzar(tabla);
         if (archivador && archivador->haFallado()) {
             avisarProblemas(gNombreFichero);
             return terminar(false);
