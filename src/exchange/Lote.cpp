@@ -6,7 +6,8 @@ namespace tarmel {
 
 namespace {
 constexpr int kMilisegundosDelGrupo = 100;
-}
+constexpr int kFilasDelGrupo = 1000;
+}  // namespace
 
 Lote::Lote(ado::Connection& conexion) : conexion_(conexion) {
     reloj_.start();
@@ -27,8 +28,9 @@ void Lote::cerrar() {
 }
 
 bool Lote::entreFilas() {
-    if (reloj_.elapsed() < kMilisegundosDelGrupo) return false;
+    if (++filas_ < kFilasDelGrupo && reloj_.elapsed() < kMilisegundosDelGrupo) return false;
     cerrar();
+    filas_ = 0;
     reloj_.start();
     return true;
 }

@@ -29,6 +29,7 @@ class Lote {
     ado::Connection& conexion_;
     std::optional<ado::Connection::Batch> grupo_;
     QElapsedTimer reloj_;
+    int filas_ = 0;  ///< of the group
 };
 
 }  // namespace tarmel
