@@ -406,6 +406,9 @@ std::optional<QString> Escritorio::OpenFileDialogue(const forms::FileDialogue& d
     if (answerer_) return answerer_->answerFileDialogue(dialogue);
     QFileDialog widget(windowInFront(), dialogue.title, dialogue.folder, fileFilters(dialogue.filter));
     widget.setFileMode(QFileDialog::ExistingFile);
+    // A name typed without its extension is taken for one of the last kind.
+    const QString extension = dialogue.filter.section(QStringLiteral("*."), -1);
+    if (extension != QLatin1String("*")) widget.setDefaultSuffix(extension);
     if (!dialogue.initialName.isEmpty()) widget.selectFile(dialogue.initialName);
     const bool accepted = widget.exec() == QDialog::Accepted;
     leaveIfEnded();

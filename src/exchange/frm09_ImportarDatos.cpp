@@ -150,8 +150,11 @@ void frm09_ImportarDatos::importar() {
 bool frm09_ImportarDatos::importarTodos() {
     // An import that was killed leaves its copy of an archive; by now that is gone.
     listarFicheros();
-    for (int i = 0; i < FileControl.Count(); ++i) {
-        const QString nombre = FileControl.Cell(i, 0);
+    // The list as it is now: filled again on the way it would hold the copy that is being unpacked.
+    QStringList archivos;
+    for (int i = 0; i < FileControl.Count(); ++i)
+        archivos << FileControl.Cell(i, 0);
+    for (const QString& nombre : archivos) {
         borrarFicherosDeTexto();
         Archivador::pausar(kPausaEntreArchivos);
         DescomprimirEnvio(nombre.chopped(kLargoExtension));
