@@ -16,11 +16,11 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using namespace tarmel::bench;
-using tarmel::bench::readAll;
 using tarmel::ado::Connection;
 using tarmel::ado::Cursor;
 using tarmel::ado::Lock;
 using tarmel::ado::Recordset;
+using tarmel::bench::readAll;
 
 constexpr int kStatements = 10000;
 constexpr int kSheets = 1000;
