@@ -13,6 +13,7 @@
 #include <cstdlib>
 
 #include "Figures.h"
+#include "Host.h"
 #include "core/DefinicionesGlobales.h"
 #include "core/RegistroPantallas.h"
 #include "database/Esquema.h"
@@ -38,10 +39,8 @@ std::size_t bytesInUse() {
 
 /// A program without windows that looks at the clock, and now and then at the memory, whenever events may
 /// run.
-class Host : public forms::Host {
+class Watch : public tarmel::bench::Host {
  public:
-    Host() { forms::setHost(this); }
-    ~Host() override { forms::setHost(nullptr); }
     void start() {
         longestGap_ = 0;
         turns_ = 0;
@@ -60,23 +59,6 @@ class Host : public forms::Host {
         constexpr int kLook = 5000;  // reading the counters takes time
         if (++turns_ % kLook == 0) mostBytes_ = std::max(mostBytes_, bytesInUse());
     }
-    int ShowBox(const forms::MessageBox& message) override {
-        std::fprintf(stderr, "%s\n", qPrintable(message.text));
-        std::exit(1);
-    }
-    void FormShown(forms::Form&) override {}
-    void FormHidden(forms::Form&) override {}
-    void FormUnloaded(forms::Form&) override {}
-    void FormActivated(forms::Form&) override {}
-    void RunModal(forms::Form&) override {}
-    void SetPointer(forms::Pointer) override {}
-    void Sleep(int) override {}
-    std::optional<QString> OpenFileDialogue(const forms::FileDialogue&) override { return std::nullopt; }
-    void ShowHelp(const QString&) override {}
-    void ShowDateTimeSettings() override {}
-    QString ApplicationPath() const override { return QDir::currentPath(); }
-    bool PreviousInstance() const override { return false; }
-    void EndProgram() override { throw forms::ProgramEnd{}; }
 
  private:
     QElapsedTimer clock_;
@@ -110,7 +92,7 @@ double slowestSort(frm07_DetallesHojasCampo& screen) {
 }
 
 void listOurs(benchmark::State& state, const char* synchronous) {
-    Host host;
+    Watch host;
     tarmel::registrarPantallas();
     tarmel::gConexion.OpenFile(base());
     tarmel::gConexion.ExecutePlain(QByteArray("PRAGMA synchronous=") + synchronous);
