@@ -17,18 +17,33 @@ namespace {
 
 constexpr qsizetype kLongestStatement = 1'000'000;  // characters
 
+enum Class : unsigned char { Blank = 1, Digit = 2, StartsName = 4, ContinuesName = 8 };
+
+/// What the ASCII characters are, looked up: every character of every statement comes by here.
+constexpr std::array<unsigned char, 0x80> kClasses = [] {
+    std::array<unsigned char, 0x80> classes{};
+    for (std::size_t c = 0; c < classes.size(); ++c) {
+        const bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+        const bool digit = c >= '0' && c <= '9';
+        if (c == ' ' || (c >= '\t' && c <= '\r')) classes[c] = Blank;
+        if (digit) classes[c] = Digit | ContinuesName;
+        if (letter) classes[c] = StartsName | ContinuesName;
+        if (c == '$') classes[c] = ContinuesName;
+    }
+    return classes;
+}();
+
 bool isBlank(char16_t c) {
-    return c == u' ' || (c >= u'\t' && c <= u'\r') || c == 0x00a0;
+    return c < 0x80 ? (kClasses[c] & Blank) != 0 : c == 0x00a0;
 }
 bool isDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
+    return c < 0x80 && (kClasses[c] & Digit) != 0;
 }
 bool startsName(char16_t c) {
-    if (c < 0x80) return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_';
-    return QChar(c).isLetter();
+    return c < 0x80 ? (kClasses[c] & StartsName) != 0 : QChar(c).isLetter();
 }
 bool continuesName(char16_t c) {
-    if (c < 0x80) return startsName(c) || isDigit(c) || c == u'$';
+    if (c < 0x80) return (kClasses[c] & ContinuesName) != 0;
     return QChar(c).isLetterOrNumber() || QChar(c).isMark();
 }
 
@@ -204,6 +219,17 @@ class KeyWriter {
         addText(token.text);
     }
     void addText(QStringView text) {
+        const char16_t* const from = text.utf16();
+        const qsizetype size = text.size();
+        char16_t all = 0;
+        for (qsizetype i = 0; i < size; ++i) {
+            all |= from[i];
+            out_[i] = static_cast<char>(from[i]);
+        }
+        if (all >= 0x80) return addBeyondAscii(text);
+        out_ += size;
+    }
+    void addBeyondAscii(QStringView text) {
         for (const QChar c : text) {
             const char16_t u = c.unicode();
             if (u < 0x80) {
@@ -301,12 +327,14 @@ Token Lexer::symbol(TokenKind kind, qsizetype length) {
 
 Token Lexer::name() {
     const qsizetype from = place_;
-    while (place_ < size_ && continuesName(text_[place_]))
-        ++place_;
+    qsizetype to = from + 1;
+    while (to < size_ && continuesName(text_[to]))
+        ++to;
+    place_ = to;
     Token token;
     token.kind = TokenKind::Name;
     token.position = from;
-    token.text = QStringView(text_ + from, place_ - from);
+    token.text = QStringView(text_ + from, to - from);
     fixNext_ = false;
     noteWord(token.text);
     return token;
@@ -477,6 +505,9 @@ Shape lift(const QString& sql) {
     Shape shape;
     Lexer lexer(sql);
     KeyWriter key(sql.size());
+    constexpr qsizetype kUsualSpacing =
+        24;  // characters of a statement to each of its literals, at the least
+    shape.literals.reserve(static_cast<std::size_t>(sql.size() / kUsualSpacing));
     for (Token token = lexer.next(); token.kind != TokenKind::End; token = lexer.next()) {
         key.add(token);
         if (token.isLiteral() && !token.fixed) shape.literals.push_back(literalValue(token));

@@ -1,5 +1,7 @@
 #include "platform/ado/Connection.h"
 
+#include <utility>
+
 #include "platform/ado/Engine.h"
 #include "platform/ado/Errors.h"
 #include "platform/system/DataSource.h"
@@ -53,8 +55,18 @@ void Connection::Close() {
     engine_.reset();
 }
 
+void Connection::CloseAlone() {
+    if (!engine_) return;
+    const std::shared_ptr<detail::Engine> engine = std::exchange(engine_, nullptr);
+    engine->closeAlone();
+}
+
 bool Connection::IsOpen() const {
     return engine_ != nullptr;
+}
+
+QByteArray Connection::changeMark() const {
+    return mustBeOpen(engine_).changeMark();
 }
 
 int Connection::Execute(const QString& sql, const std::vector<basic::Variant>& parameters) {
@@ -96,6 +108,29 @@ Connection::Batch::~Batch() {
 void Connection::Batch::commit() {
     mustBeOpen(connection_.engine_).commit();
     open_ = false;
+}
+
+Connection::Snapshot::Snapshot(Connection& connection) : engine_(connection.engine_) {
+    if (engine_) engine_->holdSnapshot();
+}
+
+Connection::Snapshot::~Snapshot() {
+    if (engine_ && engine_->isOpen()) engine_->letSnapshotGo();
+}
+
+Connection::Interlude::Interlude(Connection& connection, std::function<void()> turn)
+    : engine_(connection.engine_), turn_(std::move(turn)) {
+    if (!engine_ || !engine_->isOpen()) return;
+    constexpr int kStepsBetween = 20000;  // of the statement's program: some milliseconds
+    const auto onSteps = [](void* self) {
+        static_cast<Interlude*>(self)->turn_();
+        return 0;
+    };
+    sqlite3_progress_handler(engine_->handle(), kStepsBetween, onSteps, this);
+}
+
+Connection::Interlude::~Interlude() {
+    if (engine_ && engine_->isOpen()) sqlite3_progress_handler(engine_->handle(), 0, nullptr, nullptr);
 }
 
 }  // namespace tarmel::ado

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -30,7 +31,13 @@ class Connection {
     /// another program reads the file does its log stay, complete, so whoever moves the file looks for it
     /// first.
     void Close();
+    /// The same for whoever is going to move or replace the file: raises the error of Open when another
+    /// program has the file open or the log could not be written back into it. The connection is closed even
+    /// then, and the log stays, complete.
+    void CloseAlone();
     [[nodiscard]] bool IsOpen() const;
+    /// Differs as soon as anything has been written since, by whatever program.
+    [[nodiscard]] QByteArray changeMark() const;
 
     /// Runs one statement that returns no rows; the number of rows that it changed. `parameters` are the
     /// values of its "?" marks by position. Any refusal raises RuntimeError -2147217900 with the source
@@ -64,8 +71,36 @@ class Connection {
         bool open_ = true;
     };
 
+    /// Searches that belong together: they see one state of the file and take its lock once. The first
+    /// change, definition or batch ends it, so nothing that is written ever waits for it.
+    class Snapshot {
+     public:
+        explicit Snapshot(Connection& connection);
+        ~Snapshot();
+        Snapshot(const Snapshot&) = delete;
+        Snapshot& operator=(const Snapshot&) = delete;
+
+     private:
+        std::shared_ptr<detail::Engine> engine_;
+    };
+
+    /// While it lives, statements that take long call `turn` many times a second, so that windows can be
+    /// painted meanwhile. `turn` leaves the connection alone and throws nothing. One at a time.
+    class Interlude {
+     public:
+        Interlude(Connection& connection, std::function<void()> turn);
+        ~Interlude();
+        Interlude(const Interlude&) = delete;
+        Interlude& operator=(const Interlude&) = delete;
+
+     private:
+        std::shared_ptr<detail::Engine> engine_;
+        std::function<void()> turn_;
+    };
+
  private:
     friend class Recordset;
+    friend class Backup;
     std::shared_ptr<detail::Engine> engine_;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/ado/Engine.h"
 
+#include <QFileInfo>
 #include <QStringEncoder>
 #include <algorithm>
 #include <utility>
@@ -161,6 +162,8 @@ void Lease::release() {
 
 Engine::Engine(const QString& path, bool create)
     : db_(openDatabase(path, create)), inFile_(path != u":memory:") {
+    static quint64 openings = 0;
+    opening_ = ++openings;
     access_sql::registerFunctions(handle());
     try {
         catalog_.load(handle());
@@ -175,18 +178,62 @@ Engine::~Engine() {
 
 void Engine::close() {
     if (!db_) return;
+    endAll();
+    // Another program that still reads the file keeps its log; nothing is lost by that.
+    if (inFile_) (void)basic::resumeNext([this] { writeLogBack(); });
+    db_.reset();
+}
+
+void Engine::closeAlone() {
+    if (!db_) return;
+    const QString path = QString::fromUtf8(sqlite3_db_filename(handle(), "main"));
+    endAll();
+    try {
+        writeLogBack();
+    } catch (const basic::RuntimeError& error) {
+        db_.reset();
+        throw openError(error.description());
+    }
+    // A handle with something left alive would go on holding the file.
+    const bool closed = sqlite3_close(handle()) == SQLITE_OK;
+    if (closed) (void)db_.release();
+    db_.reset();
+    if (!closed || QFileInfo::exists(path + u"-wal"_s)) throw openError(troubleOfFile(SQLITE_BUSY));
+}
+
+/// Nothing of this connection is left that reads or writes.
+void Engine::endAll() {
+    for (Follower* follower : std::exchange(followers_, {}))
+        follower->sourceCloses();
     drainReaders();
     forgetStatements();
+    beginSnapshot_.reset();
+    endSnapshot_.reset();
     if (sqlite3_get_autocommit(handle()) == 0) sqlite3_exec(handle(), "ROLLBACK", nullptr, nullptr, nullptr);
     depth_ = 0;
-    if (inFile_) {
-        // Another program that still reads the file keeps its log; nothing is lost by that.
-        sqlite3_exec(handle(), "PRAGMA wal_checkpoint(TRUNCATE)", nullptr, nullptr, nullptr);
-        sqlite3_exec(handle(), "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
-    }
     while (sqlite3_stmt* left = sqlite3_next_stmt(handle(), nullptr))
         sqlite3_finalize(left);
-    db_.reset();
+}
+
+/// All that the log holds goes into the file, and the log away.
+void Engine::writeLogBack() {
+    // A setting is written only when its statement ends, behind the row that tells the new state.
+    const auto answer = [this](const char* pragma) {
+        const Statement statement = prepare(handle(), pragma);
+        QString text;
+        while (step(handle(), statement.get()))
+            text = columnText(statement.get(), 0);
+        return text;
+    };
+    const bool done = answer("PRAGMA wal_checkpoint(TRUNCATE)") == u"0";
+    if (!done || answer("PRAGMA journal_mode=DELETE") != u"delete")
+        throw openError(troubleOfFile(SQLITE_BUSY));
+}
+
+QByteArray Engine::changeMark() const {
+    const auto number = [this](const char* pragma) { return firstText(handle(), pragma); };
+    return QByteArray::number(opening_) + ' ' + QByteArray::number(sqlite3_total_changes64(handle())) + ' ' +
+           number("PRAGMA data_version") + ' ' + number("PRAGMA schema_version");
 }
 
 void Engine::drainReaders() {
@@ -196,6 +243,7 @@ void Engine::drainReaders() {
 }
 
 void Engine::forgetStatements() {
+    letSnapshotGo();
     for (const auto& shape : std::as_const(shapes_)) {
         shape->current = false;
         shape->idle.reset();
@@ -251,7 +299,10 @@ int Engine::carryOut(Lease& lease) {
         return 0;
     }
     const bool changes = lease.shape().translation.kind == Translation::Kind::Change;
-    if (changes) drainReaders();
+    if (changes) {
+        drainReaders();
+        letSnapshotGo();
+    }
     (void)next(lease);
     lease.release();
     return changes ? sqlite3_changes(handle()) : 0;
@@ -316,8 +367,27 @@ void Engine::runPlain(const QByteArray& sqlite) {
     catalog_.load(handle());
 }
 
+void Engine::holdSnapshot() {
+    if (snapshot_ || depth_ > 0 || sqlite3_get_autocommit(handle()) == 0) return;
+    if (!beginSnapshot_) {
+        beginSnapshot_ = prepare(handle(), "BEGIN", SQLITE_PREPARE_PERSISTENT);
+        endSnapshot_ = prepare(handle(), "COMMIT", SQLITE_PREPARE_PERSISTENT);
+    }
+    step(handle(), beginSnapshot_.get());
+    sqlite3_reset(beginSnapshot_.get());
+    snapshot_ = true;
+}
+
+/// Nothing was written under it, so there is nothing that its end could fail to keep.
+void Engine::letSnapshotGo() noexcept {
+    if (!std::exchange(snapshot_, false)) return;
+    sqlite3_step(endSnapshot_.get());
+    sqlite3_reset(endSnapshot_.get());
+}
+
 void Engine::begin() {
     drainReaders();
+    letSnapshotGo();
     run(handle(),
         depth_ == 0 ? QByteArray("BEGIN IMMEDIATE") : "SAVEPOINT nivel" + QByteArray::number(depth_));
     ++depth_;

@@ -68,6 +68,14 @@ class Reader {
     virtual void drain() noexcept = 0;
 };
 
+/// What goes on beside the statements for as long as the file is open.
+class Follower {
+ public:
+    virtual ~Follower() = default;
+    /// The handle is about to go. Does not throw.
+    virtual void sourceCloses() noexcept = 0;
+};
+
 /// The open file: handle, catalog, statement cache, live readers, transactions.
 class Engine {
  public:
@@ -78,6 +86,8 @@ class Engine {
     Engine& operator=(const Engine&) = delete;
     /// Leaves no side file behind. RuntimeError when the file could not be written out.
     void close();
+    /// See Connection::CloseAlone.
+    void closeAlone();
     [[nodiscard]] bool isOpen() const { return db_ != nullptr; }
 
     /// The statement, translated, prepared and bound; ready for its first step.
@@ -96,14 +106,25 @@ class Engine {
     void commit();
     void rollback();
 
+    /// One read transaction for the searches that follow, until it is let go or something is written.
+    void holdSnapshot();
+    void letSnapshotGo() noexcept;
+
     void enter(Reader* reader) { readers_.push_back(reader); }
     void leave(Reader* reader) { std::erase(readers_, reader); }
+    void attach(Follower* follower) { followers_.push_back(follower); }
+    void detach(Follower* follower) { std::erase(followers_, follower); }
+
+    /// See Connection::changeMark.
+    [[nodiscard]] QByteArray changeMark() const;
 
     [[nodiscard]] const Catalog& catalog() const { return catalog_; }
     [[nodiscard]] sqlite3* handle() const { return db_.get(); }
 
  private:
     [[nodiscard]] std::shared_ptr<CachedShape> shapeOf(const QString& sql, const QByteArray& key);
+    void endAll();
+    void writeLogBack();
     void drainReaders();
     void forgetStatements();
     void beforeDefining();
@@ -117,7 +138,12 @@ class Engine {
     QHash<QByteArray, std::shared_ptr<CachedShape>> shapes_;
     quint64 uses_ = 0;
     std::vector<Reader*> readers_;
-    int depth_ = 0;                      // of transactions
+    std::vector<Follower*> followers_;
+    quint64 opening_ = 0;  // which of the process
+    int depth_ = 0;        // of transactions
+    bool snapshot_ = false;
+    Statement beginSnapshot_;
+    Statement endSnapshot_;
     bool definedInTransaction_ = false;  // the catalog goes back with it
 };
 

@@ -15,7 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kHeaderSize = 100;
 constexpr int kOpeningWait = 250;     // ms, for a lock that is just being released
 constexpr int kStatementWait = 2000;  // ms
 
@@ -46,15 +45,10 @@ void checkFile(const QString& path) {
     if (!file.open(QIODevice::ReadOnly)) {
         throw openError(u"No hay permiso para leer el archivo «%1»."_s.arg(path));
     }
-    const QByteArray header = file.read(kHeaderSize);
-    if (!header.startsWith(QByteArray("SQLite format 3\0", 16))) {
-        throw openError(u"El archivo «%1» no es una base de datos de este programa."_s.arg(path));
-    }
     // With a log beside it the file may lag behind what its header says; the log then completes it.
     const bool hasLog = QFileInfo(path + u"-wal"_s).size() > 0;
-    if (header.size() < kHeaderSize || (!hasLog && isCutShort(header, file.size()))) {
-        throw openError(u"El archivo de la base de datos «%1» está incompleto."_s.arg(path));
-    }
+    const QString trouble = troubleOfHeader(path, file.read(kHeaderSize), file.size(), hasLog);
+    if (!trouble.isEmpty()) throw openError(trouble);
     if (!isWritable(path)) throw openError(u"El archivo «%1» es de sólo lectura."_s.arg(path));
     if (!isWritable(info.absolutePath())) {
         throw openError(u"La carpeta «%1» es de sólo lectura."_s.arg(info.absolutePath()));
@@ -71,23 +65,15 @@ void must(sqlite3* db, const QString& path, const char* text) {
     if (sqlite3_exec(db, text, nullptr, nullptr, nullptr) != SQLITE_OK) failOpening(db, path);
 }
 
-/// Reads every page once. Rows that break a rule of their table are no damage of the file.
-void checkPages(sqlite3* db, const QString& path) {
-    sqlite3_stmt* raw = nullptr;
-    if (sqlite3_prepare_v2(db, "PRAGMA quick_check(100)", -1, &raw, nullptr) != SQLITE_OK)
-        failOpening(db, path);
-    const Statement check(raw);
-    int result = 0;
-    while ((result = sqlite3_step(raw)) == SQLITE_ROW) {
-        const QString line = columnText(raw, 0);
-        const bool ruleOnly = line == u"ok" || line.startsWith(u"CHECK constraint failed"_s) ||
-                              line.startsWith(u"NULL value in "_s);
-        if (!ruleOnly) throw openError(u"El archivo de la base de datos «%1» está dañado."_s.arg(path));
-    }
-    if (result != SQLITE_DONE) failOpening(db, path);
-}
-
 }  // namespace
+
+QString troubleOfHeader(const QString& path, const QByteArray& header, qint64 size, bool hasLog) {
+    if (!header.startsWith(QByteArray("SQLite format 3\0", 16)))
+        return u"El archivo «%1» no es una base de datos de este programa."_s.arg(path);
+    if (header.size() < kHeaderSize || (!hasLog && isCutShort(header, size)))
+        return u"El archivo de la base de datos «%1» está incompleto."_s.arg(path);
+    return {};
+}
 
 Handle openDatabase(const QString& path, bool create) {
     const bool inMemory = path == u":memory:";
@@ -104,7 +90,7 @@ Handle openDatabase(const QString& path, bool create) {
         sqlite3_busy_timeout(raw, kOpeningWait);
         // Until the file has passed, closing must not write a log back into it either.
         sqlite3_db_config(raw, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
-        if (!makes) checkPages(raw, path);
+        must(raw, path, "SELECT COUNT(*) FROM sqlite_master");
         must(raw, path, "BEGIN IMMEDIATE; ROLLBACK");
         must(raw, path, "PRAGMA journal_mode=WAL");
         must(raw, path, "PRAGMA synchronous=FULL");

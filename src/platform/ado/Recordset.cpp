@@ -1,5 +1,6 @@
 #include "platform/ado/Recordset.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "platform/ado/Engine.h"
@@ -138,6 +139,14 @@ void Recordset::MoveNext() {
     if (!state_) throw detail::recordsetClosed();
     if (!state_->have(state_->position)) throw detail::noCurrentRow();
     ++state_->position;
+}
+
+bool Recordset::Seek(int row) {
+    if (!state_) throw detail::recordsetClosed();
+    const auto wanted = static_cast<std::size_t>(std::max(row, 0));
+    const bool found = state_->have(wanted);
+    state_->position = found ? wanted : state_->rows.size();
+    return found;
 }
 
 int Recordset::RecordCount() const {

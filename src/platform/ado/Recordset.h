@@ -37,6 +37,9 @@ class Recordset {
     [[nodiscard]] bool Bof() const;
     void MoveFirst();
     void MoveNext();
+    /// Goes to a row by its number from 0, forwards or back; false, and behind the last row, when there are
+    /// fewer.
+    bool Seek(int row);
     /// Exact for keyset and static cursors (reads to the end); -1 for the others.
     [[nodiscard]] int RecordCount() const;
 

@@ -186,6 +186,13 @@ void TabStrip::SetTab(int index) {
     if (Click) Click();
 }
 
+bool TabStrip::HandleKey(int code) {
+    if (code != key::Left && code != key::Right) return false;
+    const int next = tab_ + (code == key::Left ? -1 : 1);
+    if (next >= 0 && next < PageCount()) SetTab(next);
+    return true;
+}
+
 MenuItem::MenuItem(Form& form, const QString& name, const QString& caption, MenuItem* parent)
     : Control(form, name, Kind::MenuItem), caption_(caption), parent_(parent) {
     if (parent) SetContainer(*parent);

@@ -234,6 +234,9 @@ class TabStrip : public Control {
     /// Raises Click when it changes.
     void SetTab(int index);
 
+    /// The arrows go from page to page.
+    bool HandleKey(int key) override;
+
  private:
     struct Page_ {
         QString caption;

@@ -2,11 +2,18 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
+#include <memory>
 #include <optional>
+
+namespace tarmel::report {
+class Document;
+}
 
 namespace tarmel::forms {
 
 class Form;
+enum class Modality;
 
 /// Thrown by Host::EndProgram to unwind whatever was running: the process ends at once, nothing behind it
 /// runs.
@@ -57,7 +64,15 @@ class Host {
     virtual void RunModal(Form& form) = 0;
     virtual void SetPointer(Pointer pointer) = 0;
     virtual void Sleep(int milliseconds) = 0;
+    /// From now on calls `work` in the pauses of the user's, until the program ends, and soon again when it
+    /// says that more is left. It takes a few milliseconds and throws nothing. A host without a user never
+    /// calls it.
+    virtual void WhenIdle(std::function<bool()> /*work*/) {}
     virtual std::optional<QString> OpenFileDialogue(const FileDialogue& dialogue) = 0;
+    /// Opens a report's preview, 1000 twips from the screen's left and top and 0.75 of the main window's
+    /// size. A modal one returns when it has been closed. A host that shows nothing takes it as closed at
+    /// once.
+    virtual void ShowReport(const std::shared_ptr<report::Document>& /*document*/, Modality /*modality*/) {}
     virtual void ShowHelp(const QString& file) = 0;
     virtual void ShowDateTimeSettings() = 0;
     /// The program's own folder: where the executable lies.

@@ -78,8 +78,23 @@ void removeFile(const QString& path) {
     raise(path, systemError == 0 ? EACCES : systemError);
 }
 
+/// A device or a pipe: there is nothing to keep or to replace, and its name must not become a file's.
+bool isNoPlainFile(const QString& path) {
+    const QFileInfo there(path);
+    return there.exists() && !there.isFile() && !there.isDir();
+}
+
+void writeInto(const QString& path, const QByteArray& bytes) {
+    QFile device(path);
+    errno = 0;
+    const bool written =
+        device.open(QIODevice::WriteOnly) && device.write(bytes) == bytes.size() && device.flush();
+    if (!written) raiseFileFailure(path, device.error(), errno);
+}
+
 void save(const QString& path, const QByteArray& bytes, std::optional<QFile::Permissions> permissions) {
     requireFolder(folderOf(path));
+    if (isNoPlainFile(path)) return writeInto(path, bytes);
     QSaveFile file(path);
     errno = 0;
     bool saved = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
@@ -97,6 +112,7 @@ basic::RuntimeError fileError(const QString& path, int systemError) {
             return basic::RuntimeError(isFolder(folderOf(path)) ? error::FileNotFound : error::PathNotFound);
         case ENOSPC:
         case EDQUOT:
+        case EFBIG:
             return basic::RuntimeError(error::DiskFull);
         case EEXIST:
             return basic::RuntimeError(error::FileExists);

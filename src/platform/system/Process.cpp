@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -37,12 +38,19 @@ class Surroundings {
     posix_spawn_file_actions_t actions_{};
 };
 
+/// The program has just begun by then: it cannot have used up anything worth the name.
+void bound(pid_t id, __rlimit_resource what, qint64 most) {
+    if (most <= 0) return;
+    const rlimit limit{static_cast<rlim_t>(most), static_cast<rlim_t>(most)};
+    ::prlimit(id, what, &limit, nullptr);
+}
+
 constexpr int pollMilliseconds = 5;
-constexpr int signalBase = 128;
 
 }  // namespace
 
-Process Process::start(const QString& program, const QStringList& arguments, const QString& workingFolder) {
+Process Process::start(const QString& program, const QStringList& arguments, const QString& workingFolder,
+                       const Bounds& bounds) {
     if (!isFolder(workingFolder)) throw basic::RuntimeError(basic::error::PathNotFound);
     std::vector<QByteArray> words{QFile::encodeName(program)};
     for (const QString& argument : arguments)
@@ -56,6 +64,8 @@ Process Process::start(const QString& program, const QStringList& arguments, con
     const int failure = posix_spawnp(&id, words[0].constData(), Surroundings(workingFolder).actions(),
                                      nullptr, pointers.data(), environ);
     if (failure != 0) throw fileError(program, failure);
+    bound(id, RLIMIT_FSIZE, bounds.fileBytes);
+    bound(id, RLIMIT_CPU, bounds.cpuSeconds);
     return Process(id);
 }
 
@@ -71,7 +81,7 @@ bool Process::isRunning() {
     const pid_t ended = ::waitpid(id_, &status, WNOHANG);
     if (ended == 0) return true;
     id_ = 0;
-    if (ended > 0) exitCode_ = WIFSIGNALED(status) ? signalBase + WTERMSIG(status) : WEXITSTATUS(status);
+    if (ended > 0) exitCode_ = WIFSIGNALED(status) ? kSignalBase + WTERMSIG(status) : WEXITSTATUS(status);
     return false;
 }
 

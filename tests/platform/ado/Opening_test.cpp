@@ -15,17 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void makeBase(const QString& path, int rows = 400) {
-    Connection connection;
-    connection.OpenFile(path, true);
-    connection.Execute(u"CREATE TABLE T (N INTEGER PRIMARY KEY, Texto VARCHAR(200))"_s);
-    Connection::Batch batch(connection);
-    for (int n = 1; n <= rows; ++n) {
-        connection.Execute(u"INSERT INTO T VALUES (%1, '%2')"_s.arg(n).arg(QString(120, u'x')));
-    }
-    batch.commit();
-}
-
 struct BadFile {
     const char* name;
     std::function<void(const QString&)> spoil;  ///< makes a good base a bad one
@@ -33,12 +22,6 @@ struct BadFile {
 };
 std::ostream& operator<<(std::ostream& out, const BadFile& bad) {
     return out << bad.name;
-}
-
-void replaceBytes(const QString& path, qsizetype from, qsizetype count) {
-    QByteArray bytes = bytesOf(path);
-    bytes.replace(from, count, QByteArray(count, '\xee'));
-    write(path, bytes);
 }
 
 const BadFile kBadFiles[] = {
@@ -49,7 +32,6 @@ const BadFile kBadFiles[] = {
     {"HeaderOnly", [](const QString& p) { write(p, bytesOf(p).left(60)); }, u"incompleto"},
     {"CutShort", [](const QString& p) { write(p, bytesOf(p).left(bytesOf(p).size() / 2)); }, u"incompleto"},
     {"LastPageMissing", [](const QString& p) { write(p, bytesOf(p).chopped(4096)); }, u"incompleto"},
-    {"DamagedInside", [](const QString& p) { replaceBytes(p, 5 * 4096, 2 * 4096); }, u"dañado"},
     {"DamagedCatalog", [](const QString& p) { replaceBytes(p, 100, 3000); }, u"dañado"},
     {"ReadOnly", [](const QString& p) { ::chmod(QFile::encodeName(p).constData(), 0444); }, u"sólo lectura"},
 };
@@ -203,6 +185,22 @@ TEST_F(OpeningTest, HoldsOnlyWholeWritesAfterBeingKilled) {
                   rowsOf(connection, u"SELECT Count(*) FROM T WHERE Texto = 'impar'"_s));
         EXPECT_EQ(rowsOf(connection, u"SELECT Texto FROM T WHERE N = %1"_s.arg(last + 1)), u"impar");
     }
+}
+
+TEST_F(OpeningTest, SearchesOfASnapshotSeeOneStateAndAChangeEndsIt) {
+    const QString count = u"SELECT Count(*) FROM T"_s;
+    makeBase(path());
+    Connection mine;
+    mine.OpenFile(path());
+    Connection other;
+    other.OpenFile(path());
+    const Connection::Snapshot searches(mine);
+    const QString before = rowsOf(mine, count);
+    other.Execute(u"INSERT INTO T VALUES (900, 'otro')"_s);
+    EXPECT_EQ(rowsOf(mine, count), before);
+    mine.Execute(u"INSERT INTO T VALUES (901, 'propio')"_s);
+    EXPECT_NE(rowsOf(mine, count), before);
+    EXPECT_EQ(rowsOf(other, count), rowsOf(mine, count)) << "what was written is there at once";
 }
 
 }  // namespace

@@ -197,6 +197,22 @@ TEST_F(RecordsetTest, RollsABatchBackUnlessItIsCommitted) {
 
 /// A conversion can fail far behind the first rows: what stands before it is there, and the failure is told
 /// once reached.
+TEST_F(RecordsetTest, TellsOfTheTimeThatALongStatementTakes) {
+    const QString slow = u"SELECT Count(*) FROM x AS a, x AS b, x AS c, x AS d"_s;
+    connection.Execute(u"CREATE TABLE x (n INTEGER)"_s);
+    for (int n = 0; n < 20; ++n)
+        connection.Execute(u"INSERT INTO x VALUES (%1)"_s.arg(n));
+    int turns = 0;
+    {
+        const Connection::Interlude interlude(connection, [&turns] { ++turns; });
+        EXPECT_EQ(rowsOf(connection, slow), u"160000"_s);
+    }
+    EXPECT_GT(turns, 0);
+    const int before = turns;
+    EXPECT_EQ(rowsOf(connection, slow), u"160000"_s);
+    EXPECT_EQ(turns, before);
+}
+
 TEST_F(RecordsetTest, MeetsAFailureAtItsRow) {
     run(u"UPDATE Captura SET Observaciones = '80' WHERE N < 80"_s);
     Recordset rs;

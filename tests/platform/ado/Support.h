@@ -66,20 +66,38 @@ class Plain {
     Plain(const Plain&) = delete;
     Plain& operator=(const Plain&) = delete;
     int run(const char* sql) { return sqlite3_exec(db_, sql, nullptr, nullptr, nullptr); }
+    /// A column of the result; more than one row are joined by "|".
     QString value(const char* sql, int column = 0) {
         sqlite3_stmt* statement = nullptr;
         EXPECT_EQ(sqlite3_prepare_v2(db_, sql, -1, &statement, nullptr), SQLITE_OK) << sqlite3_errmsg(db_);
-        QString text;
-        if (sqlite3_step(statement) == SQLITE_ROW) {
-            text = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)));
-        }
+        QStringList rows;
+        while (sqlite3_step(statement) == SQLITE_ROW)
+            rows << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)));
         sqlite3_finalize(statement);
-        return text;
+        return rows.join(u'|');
     }
 
  private:
     sqlite3* db_ = nullptr;
 };
+
+inline void makeBase(const QString& path, int rows = 400) {
+    using namespace Qt::StringLiterals;
+    Connection connection;
+    connection.OpenFile(path, true);
+    connection.Execute(u"CREATE TABLE T (N INTEGER PRIMARY KEY, Texto VARCHAR(200))"_s);
+    Connection::Batch batch(connection);
+    for (int n = 1; n <= rows; ++n) {
+        connection.Execute(u"INSERT INTO T VALUES (%1, '%2')"_s.arg(n).arg(QString(120, u'x')));
+    }
+    batch.commit();
+}
+
+inline void replaceBytes(const QString& path, qsizetype from, qsizetype count) {
+    QByteArray bytes = bytesOf(path);
+    bytes.replace(from, count, QByteArray(count, '\xee'));
+    write(path, bytes);
+}
 
 class FolderTest : public ::testing::Test {
  protected:

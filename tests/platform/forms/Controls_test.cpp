@@ -205,6 +205,11 @@ TEST_F(ControlsOf, TabStripShowsOnePage) {
     form.UserSelectTab(strip, 1);
     EXPECT_TRUE(field.CanAct());
     EXPECT_FALSE(one.IsShown());
+    form.UserGoTo(strip);
+    form.UserKey(key::Right);  // there is no page behind it
+    EXPECT_EQ(strip.Tab(), 1);
+    form.UserKey(key::Left);
+    EXPECT_TRUE(one.IsShown());
 }
 
 TEST_F(ControlsOf, PickerShowsItsFormatAndRefusesWhatIsNoDate) {

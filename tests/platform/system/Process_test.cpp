@@ -19,8 +19,8 @@ namespace {
 
 constexpr int longEnough = 20000;
 
-Process shell(const QString& command, const QString& folder) {
-    return Process::start(u"sh"_s, {u"-c"_s, command}, folder);
+Process shell(const QString& command, const QString& folder, const Bounds& bounds = {}) {
+    return Process::start(u"sh"_s, {u"-c"_s, command}, folder, bounds);
 }
 
 TEST(Process, RunsInItsFolderWithoutInput) {
@@ -43,7 +43,19 @@ TEST(Process, WaitGivesUpInTimeAndTheProgramGoesOn) {
     EXPECT_EQ(process.exitCode(), std::nullopt);
     folder.write(u"go"_s);
     ASSERT_TRUE(process.wait(longEnough));
-    EXPECT_EQ(process.exitCode(), 128 + SIGKILL);
+    EXPECT_EQ(process.exitCode(), kSignalBase + SIGKILL);
+}
+
+TEST(Process, IsEndedBeyondItsBounds) {
+    const TemporaryFolder folder;
+    Process writer =
+        shell(u"sleep 0.2; exec head -c 100000 /dev/zero > out"_s, folder.path(), {.fileBytes = 1000});
+    Process worker = shell(u"while :; do :; done"_s, folder.path(), {.cpuSeconds = 1});
+    ASSERT_TRUE(writer.wait(longEnough));
+    EXPECT_EQ(writer.exitCode(), kSignalBase + SIGXFSZ);
+    EXPECT_EQ(folder.read(u"out"_s).size(), 1000);
+    ASSERT_TRUE(worker.wait(longEnough));
+    EXPECT_GE(worker.exitCode(), kSignalBase);
 }
 
 TEST(Process, WhatCannotBeStartedRaises) {
