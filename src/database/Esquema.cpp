@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "database/Csv.h"
+#include "database/EsquemaAnterior.h"
 #include "database/Tablas.h"
 
 namespace tarmel {
@@ -20,11 +21,12 @@ QByteArray nombreDeIndice(const Indice& indice) {
     return quoted(nombre + (indice.unico ? u"_Unico"_s : QString()));
 }
 
+/// An index that is there already stays.
 QByteArray textoDeIndice(const Indice& indice) {
     QByteArrayList columnas;
     for (const QString& columna : indice.columnas)
         columnas << quoted(columna);
-    QByteArray texto = "CREATE " + QByteArray(indice.unico ? "UNIQUE " : "") + "INDEX " +
+    QByteArray texto = "CREATE " + QByteArray(indice.unico ? "UNIQUE " : "") + "INDEX IF NOT EXISTS " +
                        nombreDeIndice(indice) + " ON " + quoted(indice.tabla) + " (" + columnas.join(", ") +
                        ")";
     if (indice.salvoProvisional) {
@@ -36,35 +38,20 @@ QByteArray textoDeIndice(const Indice& indice) {
 /// The two triggers that stand by a counter; see the header.
 QByteArray textoDeContador(const Identificador& id) {
     QByteArray texto =
-        "CREATE TRIGGER %tabla_sortea AFTER INSERT ON %tabla WHEN NEW.%publico = %provisional AND EXISTS "
+        "CREATE TRIGGER IF NOT EXISTS %tabla_sortea AFTER INSERT ON %tabla WHEN NEW.%publico = %provisional "
+        "AND EXISTS "
         "(SELECT 1 FROM %tabla WHERE %publico = NEW.%contador) BEGIN "
         "UPDATE %tabla SET %contador = (SELECT a.%publico + 1 FROM %tabla a WHERE a.%publico >= "
         "NEW.%contador AND NOT "
         "EXISTS (SELECT 1 FROM %tabla b WHERE b.%publico = a.%publico + 1) ORDER BY a.%publico LIMIT 1) "
         "WHERE %contador = NEW.%contador; END;\n"
-        "CREATE TRIGGER %tabla_recuerda BEFORE DELETE ON %tabla BEGIN "
+        "CREATE TRIGGER IF NOT EXISTS %tabla_recuerda BEFORE DELETE ON %tabla BEGIN "
         "UPDATE sqlite_sequence SET seq = OLD.%contador WHERE name = '%tabla' AND seq < OLD.%contador; END;";
     texto.replace("%tabla", id.tabla.toUtf8());
     texto.replace("%publico", id.publico.toUtf8());
     texto.replace("%contador", id.contador.toUtf8());
     texto.replace("%provisional", QByteArray::number(kIdProvisional));
     return texto;
-}
-
-/// Fills a table from its file. The counter's column is not in the file: rows are numbered as they stand.
-void llenarTabla(ado::Connection& conexion, const access_sql::TableDef& tabla, const QString& archivo) {
-    const std::vector<std::vector<QString>> filas = leerCsv(archivo);
-    QStringList columnas;
-    QStringList marcas;
-    for (const QString& columna : filas.front()) {
-        columnas << u'[' + columna + u']';
-        marcas << u"?"_s;
-    }
-    const QString insercion =
-        u"INSERT INTO [%1] (%2) VALUES (%3)"_s.arg(tabla.name, columnas.join(u", "), marcas.join(u", "));
-    for (std::size_t fila = 1; fila < filas.size(); ++fila) {
-        conexion.Execute(insercion, {filas[fila].begin(), filas[fila].end()});
-    }
 }
 
 }  // namespace
@@ -79,6 +66,10 @@ void crearIndices(ado::Connection& conexion) {
     for (const Indice& indice : indicesDelEsquema())
         textos << textoDeIndice(indice);
     conexion.ExecutePlain(textos.join(";\n"));
+}
+
+void crearIndice(ado::Connection& conexion, const Indice& indice) {
+    conexion.ExecutePlain(textoDeIndice(indice));
 }
 
 void crearContadores(ado::Connection& conexion) {
@@ -104,6 +95,17 @@ void crearEsquema(ado::Connection& conexion) {
     crearVistas(conexion);
 }
 
+void completarEsquema(ado::Connection& conexion) {
+    for (const Indice& indice : indicesAnteriores())
+        conexion.ExecutePlain("DROP INDEX IF EXISTS " + nombreDeIndice(indice));
+    for (const Indice& indice : indicesDelEsquema()) {
+        if (basic::resumeNext([&] { crearIndice(conexion, indice); })) continue;
+        // Rows of long ago need not keep our keys: then the index serves searches alone.
+        crearIndice(conexion, {indice.tabla, indice.columnas});
+    }
+    crearContadores(conexion);
+}
+
 void sanarIdentificadores(ado::Connection& conexion) {
     for (const Identificador& id : identificadoresDelEsquema()) {
         if (!conexion.schema().table(id.tabla)) continue;
@@ -111,6 +113,21 @@ void sanarIdentificadores(ado::Connection& conexion) {
         conexion.Execute(u"UPDATE %1 SET %2 = %3 WHERE %2 = %4 AND %3 NOT IN (SELECT %2 FROM %1)"_s
                              .arg(id.tabla, id.publico, id.contador)
                              .arg(kIdProvisional));
+    }
+}
+
+void llenarTabla(ado::Connection& conexion, const access_sql::TableDef& tabla, const QString& archivo) {
+    const std::vector<std::vector<QString>> filas = leerCsv(archivo);
+    QStringList columnas;
+    QStringList marcas;
+    for (const QString& columna : filas.front()) {
+        columnas << u'[' + columna + u']';
+        marcas << u"?"_s;
+    }
+    const QString insercion =
+        u"INSERT INTO [%1] (%2) VALUES (%3)"_s.arg(tabla.name, columnas.join(u", "), marcas.join(u", "));
+    for (std::size_t fila = 1; fila < filas.size(); ++fila) {
+        conexion.Execute(insercion, {filas[fila].begin(), filas[fila].end()});
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include "database/Tablas.h"
 #include "platform/ado/Connection.h"
 
 /// The database as it is made, filled and looked after. What it consists of stands in Tablas.
@@ -26,6 +27,16 @@ void crearTablas(ado::Connection& conexion);
 void crearIndices(ado::Connection& conexion);
 void crearContadores(ado::Connection& conexion);
 void crearVistas(ado::Connection& conexion);
+
+/// One of the indexes; one of that name that is there already stays.
+void crearIndice(ado::Connection& conexion, const Indice& indice);
+
+/// What the upgrade's own statements do not give: the indexes and counters of this schema in place of the
+/// former one's. Where rows break a unique index, a plain one takes its place.
+void completarEsquema(ado::Connection& conexion);
+
+/// Fills a table from its file. The counter's column is not in the file: rows are numbered as they stand.
+void llenarTabla(ado::Connection& conexion, const access_sql::TableDef& tabla, const QString& archivo);
 
 /// Gives rows that stayed at the placeholder, because the program died between the two statements, their
 /// identifier. Whoever opens the database calls it before anything else.

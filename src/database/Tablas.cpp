@@ -292,7 +292,11 @@ const std::vector<Indice>& indicesDelEsquema() {
         {u"ANICHO"_s, {u"Anillador"_s}},
         {u"ANICHO"_s, {u"FechaCaptura"_s}},
         {u"ANICHO"_s, {u"CodLocalidad"_s}},
-        {u"ANIAHO"_s, {u"Anilla"_s, u"TipoRegistro"_s, u"CodigoCentro"_s}},
+        // A ring is looked up by the first three. The others let the search for duplicates count in the order
+        // of the index without reading a row, so that it takes one walk and no sort.
+        {u"ANIAHO"_s,
+         {u"TipoRegistro"_s, u"Anilla"_s, u"CodigoCentro"_s, u"NumeroAnilla"_s, u"IdCabecera"_s,
+          u"HoraCaptura"_s}},
         {u"ANIAHO"_s, {u"NumeroAnilla"_s}},
         {u"ANIAHO"_s, {u"IdEspecie"_s}},
         {u"ANIAHO"_s, {u"CodigoEspecie"_s}},

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "core/DefinicionesGlobales.h"
+#include "engine/clsclassTratamientoErr.h"
 #include "platform/basic/Text.h"
 #include "platform/forms/Host.h"
 #include "platform/forms/Pantallas.h"
@@ -14,6 +15,9 @@ namespace tarmel {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Characters that the columns or the values of a capture take, the statement that runs for every row typed.
+constexpr qsizetype kFilaDeCaptura = 1024;
 
 QString entreComillas(const QString& valor) {
     return u'\'' + valor + u'\'';
@@ -27,8 +31,7 @@ bool mostrandoErrores(Paso&& paso) {
         paso();
         return true;
     } catch (const basic::RuntimeError& e) {
-        forms::MsgBox(u"Error nº: [%1] "_s.arg(e.number()) + e.source() + u'\r' + e.description(),
-                      forms::box::Exclamation, u"¡ERROR al ejecutar SQL!"_s);
+        MostrarErrorSQL(e);
         return false;
     }
 }
@@ -91,22 +94,27 @@ std::span<const clsClassMantenimientos::Campo> clsClassMantenimientos::sinElUlti
     return std::span(campos_).first(campos_.empty() ? 0 : campos_.size() - 1);
 }
 
-bool clsClassMantenimientos::InsertarRegistro() {
-    QString columnas;
-    QString valores;
-    columnas.reserve(1024);  // a capture's columns and values: the statement runs for every row typed
-    valores.reserve(1024);
+QString clsClassMantenimientos::columnas() const {
+    QString nombres;
+    nombres.reserve(kFilaDeCaptura);
     for (const Campo& campo : sinElUltimo()) {
-        if (!columnas.isEmpty()) {
-            columnas += u',';
-            valores += u',';
-        }
-        columnas += campo.NombreCampo;
+        if (!nombres.isEmpty()) nombres += u',';
+        nombres += campo.NombreCampo;
+    }
+    return nombres;
+}
+
+bool clsClassMantenimientos::InsertarRegistro() {
+    QString valores;
+    valores.reserve(kFilaDeCaptura);
+    for (const Campo& campo : sinElUltimo()) {
+        if (!valores.isEmpty()) valores += u',';
         valores += u'\'';
         valores += campo.ValorCampo;
         valores += u'\'';
     }
-    const QString sql = u"INSERT INTO "_s % nombreTabla_ % u" (" % columnas % u") VALUES (" % valores % u')';
+    const QString sql =
+        u"INSERT INTO "_s % nombreTabla_ % u" (" % columnas() % u") VALUES (" % valores % u')';
     return mostrandoErrores([&] { ejecutar(sql); });
 }
 
@@ -173,14 +181,11 @@ QString clsClassMantenimientos::condicionDeBusqueda(const Par& par) const {
 }
 
 bool clsClassMantenimientos::BuscarRegistro(const std::vector<Par>& pares) {
-    QStringList columnas;
-    for (const Campo& campo : sinElUltimo())
-        columnas << campo.NombreCampo;
     QStringList condiciones;
     for (const Par& par : pares)
         condiciones << condicionDeBusqueda(par);
-    const QString sql = u"SELECT "_s + columnas.join(u',') + u" FROM "_s + nombreTabla_ + u" WHERE "_s +
-                        condiciones.join(u" AND "_s);
+    const QString sql =
+        u"SELECT "_s % columnas() % u" FROM " % nombreTabla_ % u" WHERE " % condiciones.join(u" AND "_s);
     ado::Recordset fila;
     fila.Open(sql, gConexion, ado::Cursor::Keyset, ado::Lock::Optimistic);
     if (fila.RecordCount() == 0) return false;

@@ -86,6 +86,8 @@ class clsClassMantenimientos {
 
  private:
     [[nodiscard]] std::span<const Campo> sinElUltimo() const;
+    /// Their columns, joined by commas.
+    [[nodiscard]] QString columnas() const;
     [[nodiscard]] QString condicionDeBusqueda(const Par& par) const;
     [[nodiscard]] bool mostradoAntes(int indice) const;
     [[nodiscard]] const std::vector<forms::Control*>& controlesDelFormulario() const;

@@ -37,4 +37,9 @@ int clsclassTratamientoErr::PreguntaBorrar(const QString& codigo, const QString&
     return forms::MsgBox(texto, botones, titulo);
 }
 
+void MostrarErrorSQL(const basic::RuntimeError& error) {
+    forms::MsgBox(u"Error nº: [%1] "_s.arg(error.number()) + error.source() + u'\r' + error.description(),
+                  box::Exclamation, u"¡ERROR al ejecutar SQL!"_s);
+}
+
 }  // namespace tarmel

@@ -25,4 +25,14 @@ class clsclassTratamientoErr {
     QString mensaje_;
 };
 
+/// The box of a statement, or of a piece of maintenance, that the database refused.
+void MostrarErrorSQL(const basic::RuntimeError& error);
+
+/// A trap that calls MostrarError through a variable which nothing ever sets: whatever fails in `paso` ends
+/// as error 91.
+template <typename Paso>
+void conTrampaSinObjeto(Paso&& paso) {
+    if (!basic::resumeNext(paso)) throw basic::RuntimeError(basic::error::ObjectNotSet);
+}
+
 }  // namespace tarmel

@@ -4,7 +4,7 @@
 
 #include "core/DefinicionesGlobales.h"
 #include "engine/clsClassMantenimientos.h"
-#include "platform/ado/Recordset.h"
+#include "platform/ado/Support.h"
 #include "platform/basic/ErrorOf.h"
 #include "platform/basic/Printers.h"
 #include "platform/forms/Form.h"
@@ -43,18 +43,7 @@ class Banco : public testing::Test {
     void sql(const QString& orden) { gConexion.Execute(orden); }
 
     /// The rows of a statement: fields joined by ";", rows by "|", Null empty.
-    static QString filas(const QString& consulta) {
-        ado::Recordset rs;
-        rs.Open(consulta, gConexion);
-        QStringList todas;
-        for (; !rs.Eof(); rs.MoveNext()) {
-            QStringList fila;
-            for (int i = 0; i < rs.FieldCount(); ++i)
-                fila << rs.Text(i);
-            todas << fila.join(u';');
-        }
-        return todas.join(u'|');
-    }
+    static QString filas(const QString& consulta) { return ado::test::rowsOf(gConexion, consulta); }
 
     HostDePrueba host;
     FormularioDePrueba formulario;
