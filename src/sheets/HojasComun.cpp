@@ -1,6 +1,5 @@
 #include "sheets/HojasComun.h"
 
-#include "core/DefinicionesGlobales.h"
 #include "engine/FuncionesCombo.h"
 #include "platform/basic/Text.h"
 #include "platform/forms/Host.h"

@@ -3,6 +3,7 @@
 #include <QString>
 #include <vector>
 
+#include "core/DefinicionesGlobales.h"
 #include "engine/CargarListaGenerica.h"
 #include "platform/ado/Recordset.h"
 #include "platform/basic/Date.h"
@@ -43,6 +44,43 @@ void OrdenarPorColumna(forms::ListView& lista, int columnaDesde1);
 
 /// Before a command key acts: the field in which it was pressed ends its entry, as it would before a click.
 void TerminarCampoActivo(const forms::Form& formulario);
+
+/// A command of a screen: its button, what it does, and the function key that does the same while the button
+/// is enabled.
+template <typename Pantalla>
+struct Orden {
+    forms::CommandButton Pantalla::*boton;
+    void (Pantalla::*accion)();
+    int tecla = 0;
+};
+template <typename Pantalla, std::size_t N>
+void ConectarOrdenes(Pantalla& pantalla, const Orden<Pantalla> (&ordenes)[N]) {
+    for (const Orden<Pantalla>& orden : ordenes)
+        (pantalla.*orden.boton).Click = [&pantalla, accion = orden.accion] { (pantalla.*accion)(); };
+}
+/// A key that is a command's is used up, also while the command cannot be given.
+template <typename Pantalla, std::size_t N>
+void AtenderTecla(Pantalla& pantalla, const Orden<Pantalla> (&ordenes)[N], int& tecla) {
+    for (const Orden<Pantalla>& orden : ordenes) {
+        if (orden.tecla != tecla || tecla == 0) continue;
+        tecla = 0;
+        if (!(pantalla.*orden.boton).Enabled()) return;
+        if (orden.tecla == forms::key::F3) TerminarCampoActivo(pantalla);
+        (pantalla.*orden.accion)();
+        return;
+    }
+}
+
+/// The identified ringer, group and entity, on the labels of the screen's head.
+template <typename Pantalla>
+void MostrarSesion(Pantalla& pantalla) {
+    pantalla.lblCodigoAnillador.SetCaption(gAnillador[0]);
+    pantalla.lblNombreAnillador.SetCaption(gAnillador[1]);
+    pantalla.lblCodigoGrupo.SetCaption(gGrupo[0]);
+    pantalla.lblNombreGrupo.SetCaption(gGrupo[1]);
+    pantalla.lblCodigoEntidad.SetCaption(gEntidad[0]);
+    pantalla.lblNombreEntidad.SetCaption(gEntidad[1]);
+}
 
 /// Refuses ";" and "|", which separate the fields of the exchange files, and says so.
 void RechazarSeparadores(int& tecla);

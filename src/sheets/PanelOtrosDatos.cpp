@@ -30,6 +30,19 @@ PanelOtrosDatos::PanelOtrosDatos(forms::Form& formulario)
     Ocultar();
 }
 
+void PanelOtrosDatos::Conectar(forms::CommandButton& cmdOtrosDatos) {
+    cmdOtrosDatos.Click = [this] { Mostrar(); };
+    cmdGrabarOtrosDatos.Click = [this, &cmdOtrosDatos] {
+        Ocultar();
+        cmdOtrosDatos.SetFocus();
+    };
+    cmdCancelarOtrosDatos.Click = [this, &cmdOtrosDatos] {
+        Ocultar();
+        Vaciar();
+        cmdOtrosDatos.SetFocus();
+    };
+}
+
 void PanelOtrosDatos::Mostrar() {
     PicOtrosDatos.SetVisible(true);
     PicOtrosDatos.BringToFront();

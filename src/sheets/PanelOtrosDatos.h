@@ -12,6 +12,8 @@ namespace tarmel {
 class PanelOtrosDatos {
  public:
     explicit PanelOtrosDatos(forms::Form& formulario);
+    /// The screen's button that opens the panel; the focus comes back to it.
+    void Conectar(forms::CommandButton& cmdOtrosDatos);
 
     void Mostrar();
     void Ocultar();

@@ -21,6 +21,19 @@ namespace {
 /// code.
 constexpr int kMetodoConRedes = 7;
 
+using Hojas = frm06_HojasCampo;
+constexpr Orden<Hojas> kOrdenes[] = {
+    {&Hojas::cmdNuevo, &Hojas::cmdNuevo_Click, key::F1},
+    {&Hojas::cmdGrabar, &Hojas::cmdGrabar_Click, key::F3},
+    {&Hojas::cmdMostrarDetalle, &Hojas::cmdMostrarDetalle_Click, key::F6},
+    {&Hojas::cmdSalir, &Hojas::cmdSalir_Click, key::F7},
+    {&Hojas::B_Buscar, &Hojas::B_Buscar_Click, key::F8},
+    {&Hojas::cmdEliminar, &Hojas::cmdEliminar_Click, key::F11},
+    {&Hojas::cmdModificar, &Hojas::cmdModificar_Click, key::F12},
+    {&Hojas::cmdVerHoja, &Hojas::cmdVerHoja_Click},  // F5 is the one of these two that is visible
+    {&Hojas::cmdVerListaHojas, &Hojas::cmdVerListaHojas_Click},
+};
+
 /// Says that a key is no digit, and lets it pass: the box itself takes digits only.
 void avisarSiNoEsCifra(int tecla, const QString& aviso) {
     constexpr int antesDelCero = u'/';
@@ -87,22 +100,9 @@ void frm06_HojasCampo::describirControles() {
 }
 
 void frm06_HojasCampo::conectar() {
-    const auto alPulsar = [this](forms::Control& control, void (frm06_HojasCampo::*orden)()) {
-        control.Click = [this, orden] { (this->*orden)(); };
-    };
-    alPulsar(cmdNuevo, &frm06_HojasCampo::cmdNuevo_Click);
-    alPulsar(cmdGrabar, &frm06_HojasCampo::cmdGrabar_Click);
-    alPulsar(cmdModificar, &frm06_HojasCampo::cmdModificar_Click);
-    alPulsar(cmdEliminar, &frm06_HojasCampo::cmdEliminar_Click);
-    alPulsar(B_Buscar, &frm06_HojasCampo::B_Buscar_Click);
-    alPulsar(cmdVerHoja, &frm06_HojasCampo::cmdVerHoja_Click);
-    alPulsar(cmdVerListaHojas, &frm06_HojasCampo::cmdVerListaHojas_Click);
-    alPulsar(cmdMostrarDetalle, &frm06_HojasCampo::cmdMostrarDetalle_Click);
-    alPulsar(cmdSalir, &frm06_HojasCampo::cmdSalir_Click);
-    alPulsar(cmdOtrosDatos, &frm06_HojasCampo::cmdOtrosDatos_Click);
-    alPulsar(otrosDatos.cmdGrabarOtrosDatos, &frm06_HojasCampo::cmdGrabarOtrosDatos_Click);
-    alPulsar(otrosDatos.cmdCancelarOtrosDatos, &frm06_HojasCampo::cmdCancelarOtrosDatos_Click);
-    alPulsar(lstCabecerasHoja, &frm06_HojasCampo::lstCabecerasHoja_Click);
+    ConectarOrdenes(*this, kOrdenes);
+    otrosDatos.Conectar(cmdOtrosDatos);
+    lstCabecerasHoja.Click = [this] { lstCabecerasHoja_Click(); };
 
     dbcboLocalidad.Change = [this] { dbcboLocalidad_Change(); };
     cboMetodo.LostFocus = [this] { cboMetodo_LostFocus(); };
@@ -188,7 +188,7 @@ void frm06_HojasCampo::Load() {
     mantenimiento_.SoloNumeros();
     mantenimiento_.EstablecerLongitudControles();
     mantenimiento_.BorrarDatosControles();
-    MostrarDatosAnillador();
+    MostrarSesion(*this);
     llenarCombos();
     mantenimiento_.ControlesEnabledDisable(false);
     txtNumHoja.SetEnabled(true);  // a sheet can be looked up at once
@@ -257,34 +257,9 @@ bool frm06_HojasCampo::llenarLista() {
 }
 
 void frm06_HojasCampo::FormKeyDown(int& tecla) {
-    struct Atajo {
-        int tecla;
-        forms::CommandButton frm06_HojasCampo::*boton;
-        void (frm06_HojasCampo::*orden)();
-    };
-    using Hojas = frm06_HojasCampo;
-    static constexpr Atajo atajos[] = {
-        {key::F1, &Hojas::cmdNuevo, &Hojas::cmdNuevo_Click},
-        {key::F3, &Hojas::cmdGrabar, &Hojas::cmdGrabar_Click},
-        {key::F6, &Hojas::cmdMostrarDetalle, &Hojas::cmdMostrarDetalle_Click},
-        {key::F7, &Hojas::cmdSalir, &Hojas::cmdSalir_Click},
-        {key::F8, &Hojas::B_Buscar, &Hojas::B_Buscar_Click},
-        {key::F11, &Hojas::cmdEliminar, &Hojas::cmdEliminar_Click},
-        {key::F12, &Hojas::cmdModificar, &Hojas::cmdModificar_Click},
-    };
-    if (tecla == key::F5) {
-        tecla = 0;
-        cmdVerListaHojas.Visible() ? cmdVerListaHojas_Click() : cmdVerHoja_Click();
-        return;
-    }
-    for (const Atajo& atajo : atajos) {
-        if (atajo.tecla != tecla) continue;
-        tecla = 0;
-        if (!(this->*atajo.boton).Enabled()) return;
-        if (atajo.tecla == key::F3) TerminarCampoActivo(*this);
-        (this->*atajo.orden)();
-        return;
-    }
+    if (tecla != key::F5) return AtenderTecla(*this, kOrdenes, tecla);
+    tecla = 0;
+    cmdVerListaHojas.Visible() ? cmdVerListaHojas_Click() : cmdVerHoja_Click();
 }
 
 void frm06_HojasCampo::FormKeyPress(int& caracter) {
@@ -298,15 +273,6 @@ void frm06_HojasCampo::ponerListaDelante(bool delante) {
     otrosDatos.Ocultar();
     lstCabecerasHoja.SetVisible(delante);
     fraCabeceras.SetVisible(!delante);
-}
-
-void frm06_HojasCampo::MostrarDatosAnillador() {
-    lblCodigoAnillador.SetCaption(gAnillador[0]);
-    lblNombreAnillador.SetCaption(gAnillador[1]);
-    lblCodigoGrupo.SetCaption(gGrupo[0]);
-    lblNombreGrupo.SetCaption(gGrupo[1]);
-    lblCodigoEntidad.SetCaption(gEntidad[0]);
-    lblNombreEntidad.SetCaption(gEntidad[1]);
 }
 
 bool frm06_HojasCampo::usaRedes() const {

@@ -92,9 +92,6 @@ class frm06_HojasCampo : public forms::Form {
     void cmdVerListaHojas_Click();
     void cmdMostrarDetalle_Click();
     void cmdSalir_Click();
-    void cmdOtrosDatos_Click();
-    void cmdGrabarOtrosDatos_Click();
-    void cmdCancelarOtrosDatos_Click();
     void dbcboLocalidad_Change();
     void cboMetodo_LostFocus();
     void lstCabecerasHoja_Click();
@@ -116,7 +113,6 @@ class frm06_HojasCampo : public forms::Form {
     void ponerListaDelante(bool delante);
     void mostrarLocalidad();
 
-    void MostrarDatosAnillador();
     void PrepararHojaNueva();
     void PrepararHojaExistente();
     void colorearObligatorios();

@@ -136,7 +136,7 @@ bool frm06_HojasCampo::EscribiendoHojaNueva() const {
 
 void frm06_HojasCampo::cmdNuevo_Click() {
     PrepararHojaNueva();
-    MostrarDatosAnillador();
+    MostrarSesion(*this);
     txtNumHoja.SetText(SiguienteNumHoja(gCodAnillador, gAnillador[0]).joined());
     lblIdCabecera.SetCaption(kSinIdentificador);
     dbcboLocalidad.SetText({});
@@ -322,21 +322,6 @@ void frm06_HojasCampo::cmdSalir_Click() {
     forms::host().SetPointer(forms::Pointer::Default);
     forms::pantallas().Unload(frm07_DetallesHojasCampo::kName);
     Unload();
-}
-
-void frm06_HojasCampo::cmdOtrosDatos_Click() {
-    otrosDatos.Mostrar();
-}
-
-void frm06_HojasCampo::cmdGrabarOtrosDatos_Click() {
-    otrosDatos.Ocultar();
-    cmdOtrosDatos.SetFocus();
-}
-
-void frm06_HojasCampo::cmdCancelarOtrosDatos_Click() {
-    otrosDatos.Ocultar();
-    otrosDatos.Vaciar();
-    cmdOtrosDatos.SetFocus();
 }
 
 // --- The list

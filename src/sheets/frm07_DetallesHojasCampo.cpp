@@ -15,6 +15,23 @@ using namespace Qt::StringLiterals;
 using forms::Tint;
 namespace key = forms::key;
 
+namespace {
+
+using Capturas = frm07_DetallesHojasCampo;
+constexpr Orden<Capturas> kOrdenes[] = {
+    {&Capturas::cmdNuevo, &Capturas::cmdNuevo_Click, key::F1},
+    {&Capturas::cmdGrabar, &Capturas::cmdGrabar_Click, key::F3},
+    {&Capturas::cmdSalir, &Capturas::cmdSalir_Click, key::F7},
+    {&Capturas::B_Buscar, &Capturas::B_Buscar_Click, key::F8},
+    {&Capturas::cmdEliminar, &Capturas::cmdEliminar_Click, key::F11},
+    {&Capturas::cmdModificar, &Capturas::cmdModificar_Click, key::F12},
+    {&Capturas::cmdVerListaCapturas,
+     &Capturas::cmdVerListaCapturas_Click},  // F5 is the visible one of the two
+    {&Capturas::cmdVerCaptura, &Capturas::cmdVerCaptura_Click},
+};
+
+}  // namespace
+
 frm07_DetallesHojasCampo::frm07_DetallesHojasCampo() : Form(kName, u"Detalle Hoja de Campo"_s) {
     fraCabeceras.Holds({&cboTipoRegistro,  &cboCentro,     &txtNumAnilla,  &lblTxtAnilla,   &cboInfoAnilla,
                         &AnillaSustituida, &dbcboEspecie,  &lblIdEspecie,  &lblCodEspecie,  &cboEdad,
@@ -69,21 +86,11 @@ void frm07_DetallesHojasCampo::describirControles() {
 }
 
 void frm07_DetallesHojasCampo::conectar() {
-    using Capturas = frm07_DetallesHojasCampo;
+    ConectarOrdenes(*this, kOrdenes);
+    otrosDatos.Conectar(cmdOtrosDatos);
     const auto alPulsar = [this](forms::Control& control, void (Capturas::*orden)()) {
         control.Click = [this, orden] { (this->*orden)(); };
     };
-    alPulsar(cmdNuevo, &Capturas::cmdNuevo_Click);
-    alPulsar(cmdGrabar, &Capturas::cmdGrabar_Click);
-    alPulsar(cmdModificar, &Capturas::cmdModificar_Click);
-    alPulsar(cmdEliminar, &Capturas::cmdEliminar_Click);
-    alPulsar(B_Buscar, &Capturas::B_Buscar_Click);
-    alPulsar(cmdVerListaCapturas, &Capturas::cmdVerListaCapturas_Click);
-    alPulsar(cmdVerCaptura, &Capturas::cmdVerCaptura_Click);
-    alPulsar(cmdSalir, &Capturas::cmdSalir_Click);
-    alPulsar(cmdOtrosDatos, &Capturas::cmdOtrosDatos_Click);
-    alPulsar(otrosDatos.cmdGrabarOtrosDatos, &Capturas::cmdGrabarOtrosDatos_Click);
-    alPulsar(otrosDatos.cmdCancelarOtrosDatos, &Capturas::cmdCancelarOtrosDatos_Click);
     alPulsar(cboTipoRegistro, &Capturas::cboTipoRegistro_Click);
     alPulsar(cboEdad, &Capturas::cboEdad_Click);
     alPulsar(cboInfoAnilla, &Capturas::cboInfoAnilla_Click);
@@ -202,7 +209,7 @@ void frm07_DetallesHojasCampo::Load() {
     mantenimiento_.BorrarDatosControles();
     llenarCombos();
     optIbericas.SetValue(true);
-    mostrarSesion();
+    MostrarSesion(*this);
     gModificando = false;
     otrosDatos.Ocultar();
     colorearObligatorios();
@@ -246,15 +253,6 @@ void frm07_DetallesHojasCampo::llenarCombos() {
     };
     for (const Lista& lista : listas)
         LlenarCombo(*lista.combo, gConexion, lista.sql, lista.codigo, lista.nombre);
-}
-
-void frm07_DetallesHojasCampo::mostrarSesion() {
-    lblCodigoAnillador.SetCaption(gAnillador[0]);
-    lblNombreAnillador.SetCaption(gAnillador[1]);
-    lblCodigoGrupo.SetCaption(gGrupo[0]);
-    lblNombreGrupo.SetCaption(gGrupo[1]);
-    lblCodigoEntidad.SetCaption(gEntidad[0]);
-    lblNombreEntidad.SetCaption(gEntidad[1]);
 }
 
 frm07_DetallesHojasCampo::Modo frm07_DetallesHojasCampo::modo() {
@@ -342,7 +340,7 @@ void frm07_DetallesHojasCampo::estadoMostrado() {
     mantenimiento_.HabilitarBotones();
     mantenimiento_.ControlesEnabledDisable(true);
     for (forms::Control* control :
-         std::initializer_list<forms::Control*>{&cmdNuevo, &cmdGrabar, &B_Buscar, &txtNumRegistro})
+         std::initializer_list<forms::Control*>{&cmdNuevo, &B_Buscar, &txtNumRegistro})
         control->SetEnabled(false);
 }
 
@@ -353,57 +351,18 @@ void frm07_DetallesHojasCampo::colorearObligatorios() {
         control->SetTint(Tint::Mandatory);
 }
 
-// --- Keys and panels
+// --- Keys
 
 void frm07_DetallesHojasCampo::FormKeyDown(int& tecla) {
-    struct Atajo {
-        int tecla;
-        forms::CommandButton frm07_DetallesHojasCampo::*boton;
-        void (frm07_DetallesHojasCampo::*orden)();
-    };
-    using Capturas = frm07_DetallesHojasCampo;
-    static constexpr Atajo atajos[] = {
-        {key::F1, &Capturas::cmdNuevo, &Capturas::cmdNuevo_Click},
-        {key::F3, &Capturas::cmdGrabar, &Capturas::cmdGrabar_Click},
-        {key::F7, &Capturas::cmdSalir, &Capturas::cmdSalir_Click},
-        {key::F8, &Capturas::B_Buscar, &Capturas::B_Buscar_Click},
-        {key::F11, &Capturas::cmdEliminar, &Capturas::cmdEliminar_Click},
-        {key::F12, &Capturas::cmdModificar, &Capturas::cmdModificar_Click},
-    };
-    if (tecla == key::F5) {
-        tecla = 0;
-        const bool aLaLista = cmdVerListaCapturas.Visible();
-        if (!(aLaLista ? cmdVerListaCapturas : cmdVerCaptura).Enabled()) return;
-        aLaLista ? cmdVerListaCapturas_Click() : cmdVerCaptura_Click();
-        return;
-    }
-    for (const Atajo& atajo : atajos) {
-        if (atajo.tecla != tecla) continue;
-        tecla = 0;
-        if (!(this->*atajo.boton).Enabled()) return;
-        if (atajo.tecla == key::F3) TerminarCampoActivo(*this);
-        (this->*atajo.orden)();
-        return;
-    }
+    if (tecla != key::F5) return AtenderTecla(*this, kOrdenes, tecla);
+    tecla = 0;
+    const bool aLaLista = cmdVerListaCapturas.Visible();
+    if (!(aLaLista ? cmdVerListaCapturas : cmdVerCaptura).Enabled()) return;
+    aLaLista ? cmdVerListaCapturas_Click() : cmdVerCaptura_Click();
 }
 
 void frm07_DetallesHojasCampo::FormKeyPress(int& caracter) {
     EnterComoTab(*this, caracter);
-}
-
-void frm07_DetallesHojasCampo::cmdOtrosDatos_Click() {
-    otrosDatos.Mostrar();
-}
-
-void frm07_DetallesHojasCampo::cmdGrabarOtrosDatos_Click() {
-    otrosDatos.Ocultar();
-    cmdOtrosDatos.SetFocus();
-}
-
-void frm07_DetallesHojasCampo::cmdCancelarOtrosDatos_Click() {
-    otrosDatos.Ocultar();
-    otrosDatos.Vaciar();
-    cmdOtrosDatos.SetFocus();
 }
 
 }  // namespace tarmel

@@ -113,9 +113,6 @@ class frm07_DetallesHojasCampo : public forms::Form {
     void cmdVerListaCapturas_Click();
     void cmdVerCaptura_Click();
     void cmdSalir_Click();
-    void cmdOtrosDatos_Click();
-    void cmdGrabarOtrosDatos_Click();
-    void cmdCancelarOtrosDatos_Click();
     void cboTipoRegistro_Click();
     void cboEdad_Click();
     void cboInfoAnilla_Click();
@@ -144,7 +141,6 @@ class frm07_DetallesHojasCampo : public forms::Form {
     void describirControles();
     [[nodiscard]] std::vector<clsClassMantenimientos::Campo> camposCaptura();
     void llenarCombos();
-    void mostrarSesion();
 
     // States of the fields.
     void estadoVacio();

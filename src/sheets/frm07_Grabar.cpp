@@ -48,6 +48,7 @@ bool frm07_DetallesHojasCampo::esRecuperacion() const {
 
 void frm07_DetallesHojasCampo::cmdGrabar_Click() {
     if (lstDetallesCabecerasHoja.Visible()) cmdVerCaptura_Click();
+    const ado::Connection::Snapshot busquedas(gConexion);
     if (!lblTxtAnilla.Caption().isEmpty() && !anillaAdmitida()) return;
     if (faltanDatosDelTipo()) return;
 

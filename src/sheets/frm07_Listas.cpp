@@ -102,8 +102,11 @@ void frm07_DetallesHojasCampo::prepararLista(Modo abierta) {
         return;
     }
     cubrirConLaLista();
-    if (lstDetallesCabecerasHoja.Count() > 0) lstDetallesCabecerasHoja.SetFocus();
-    if (lstDetallesCabecerasHoja.Count() > 0) return;
+    cmdGrabar.SetEnabled(false);
+    if (lstDetallesCabecerasHoja.Count() > 0) {
+        lstDetallesCabecerasHoja.SetFocus();
+        return;
+    }
     if (abierta == Modo::Duplicados) {
         cmdVerCaptura.SetEnabled(false);
         cmdEliminar.SetEnabled(false);

@@ -4,7 +4,6 @@
 
 #include "core/DefinicionesGlobales.h"
 #include "core/General.h"
-#include "core/Pendientes.h"
 #include "engine/CargarListaGenerica.h"
 #include "engine/FuncionesCombo.h"
 #include "platform/basic/Text.h"
@@ -328,7 +327,7 @@ void frm15_AlmacenAnillas::QuitarDeLista(const QString& numMov) {
 }
 
 void frm15_AlmacenAnillas::cmdConsultas_Click() {
-    mostrarPantalla(u"frm16_ConsultaAnillas"_s, forms::Modality::Modal);
+    forms::pantallas().Get(u"frm16_ConsultaAnillas"_s).Show(forms::Modality::Modal);
 }
 
 void frm15_AlmacenAnillas::cmdSalir_Click() {

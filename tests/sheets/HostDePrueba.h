@@ -16,7 +16,10 @@ class HostDePrueba : public tarmel::forms::Host {
     std::vector<tarmel::forms::MessageBox> cajas;
     std::deque<int> respuestas;  ///< of the boxes to come; without one a box takes its default button
     QString carpeta;             ///< the application folder
+    /// Reports that were shown, each closed at once.
+    std::vector<std::shared_ptr<tarmel::report::Document>> informes;
     std::function<void()> alCederEventos;
+    std::function<bool()> enPausa;  ///< what the program wants to do while its user pauses
 
     /// Texts of the boxes shown since the last call, joined by "|".
     QString textosDeCajas() {
@@ -49,8 +52,13 @@ class HostDePrueba : public tarmel::forms::Host {
     void RunModal(tarmel::forms::Form&) override {}
     void SetPointer(tarmel::forms::Pointer) override {}
     void Sleep(int) override {}
+    void WhenIdle(std::function<bool()> trabajo) override { enPausa = std::move(trabajo); }
     std::optional<QString> OpenFileDialogue(const tarmel::forms::FileDialogue&) override {
         return std::nullopt;
+    }
+    void ShowReport(const std::shared_ptr<tarmel::report::Document>& informe,
+                    tarmel::forms::Modality) override {
+        informes.push_back(informe);
     }
     void ShowHelp(const QString&) override {}
     void ShowDateTimeSettings() override {}

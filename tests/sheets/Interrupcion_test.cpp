@@ -1,14 +1,15 @@
-#include <fcntl.h>
 #include <sqlite3.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
+#include <algorithm>
 
 #include "core/Programa.h"
 #include "core/frm03_Principal.h"
 #include "sheets/frm06_HojasCampo.h"
 #include "sheets/frm07_DetallesHojasCampo.h"
+#include "support/DiscoAveriado.h"
+#include "support/Interrupcion.h"
+#include "support/OtroProceso.h"
 
 /// A process that types sheets and captures is killed in the middle of it. Whatever it has told the ringer to
 /// be saved is there afterwards, and nothing is there by halves.
@@ -17,12 +18,12 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kMuertes = 20;
+/// Sheets typed by a process: enough for as many moments as are asked for.
+int hojasPorProceso() {
+    constexpr int kPocas = 3, kMuertesPorHoja = 50;
+    return std::max(kPocas, muertes() / kMuertesPorHoja);
+}
 constexpr int kCapturasPorHoja = 3;
-/// Each round dies behind another of so many answers: the start, a sheet, its captures, the next sheet ...
-constexpr int kRespuestas = 7;
-/// Microseconds more in each round, from right behind an answer into the save that follows.
-constexpr int kPaso = 700;
 
 class Interrupcion : public Programa {
  protected:
@@ -30,79 +31,69 @@ class Interrupcion : public Programa {
         combo.form().UserChoose(combo, combo.Find(comienzo));
     }
 
-    /// Types sheet after sheet until it is killed, and tells what the screens have confirmed.
-    [[noreturn]] void teclear(int aviso) {
-        const auto avisar = [aviso](const QString& linea) {
-            const QByteArray bytes = linea.toUtf8() + '\n';
-            if (::write(aviso, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size())
-                ::_exit(3);
-        };
-        try {
-            Main();
-            identificar(u"123456"_s);
-            avisar(u"empieza"_s);
-            for (;;) {
-                teclearHoja(avisar);
-                if (!host.cajas.empty()) ::_exit(2);
-            }
-        } catch (...) {
-            ::_exit(4);
+    /// Types some sheets and tells what the screens have confirmed.
+    void teclear(const Avisar& avisar) {
+        Main();
+        identificar(u"123456"_s);
+        avisar("empieza");
+        for (int i = 0; i < hojasPorProceso(); ++i) {
+            teclearHoja(avisar);
+            if (!host.cajas.empty()) ::_exit(2);
         }
     }
 
-    template <typename Avisar>
     void teclearHoja(const Avisar& avisar) {
+        auto& captura = abrirHoja();
+        if (!host.cajas.empty()) return;
+        const QByteArray numHoja = forms::pantallas().Get<frm06_HojasCampo>().txtNumHoja.Text().toLatin1();
+        avisar("hoja;" + numHoja);
+        for (int i = 0; i < kCapturasPorHoja; ++i, ++siguienteAnilla_) {
+            teclearAve(captura);
+            captura.UserClick(captura.cmdGrabar);
+            if (!host.cajas.empty()) return;
+            avisar("captura;" + numHoja + ';' + QByteArray::number(siguienteAnilla_));
+        }
+        captura.UserKey(forms::key::F7);
+    }
+
+    /// A new sheet, and the first ring of its captures.
+    frm07_DetallesHojasCampo& abrirHoja() const {
         forms::runAction([] { forms::pantallas().Get<frm03_Principal>().mnuNuevaHoja_Click(); });
         auto& hoja = forms::pantallas().Get<frm06_HojasCampo>();
         elegir(hoja.dbcboLocalidad, u"amurrio"_s);
         elegir(hoja.cboHabitat, u"D5"_s);
         elegir(hoja.cboMetodo, u"H"_s);
         hoja.UserClick(hoja.cmdGrabar);
-        const QString numHoja = hoja.txtNumHoja.Text();
-        if (!host.cajas.empty()) return;
-        avisar(u"hoja;"_s + numHoja);
-
-        hoja.UserKey(forms::key::F6);
         auto& captura = forms::pantallas().Get<frm07_DetallesHojasCampo>();
+        if (!host.cajas.empty()) return captura;
+        hoja.UserKey(forms::key::F6);
         escribirEn(captura, captura.txtNumAnilla, QString::number(siguienteAnilla_));
-        for (int i = 0; i < kCapturasPorHoja; ++i, ++siguienteAnilla_) {
-            elegir(captura.dbcboEspecie, u"parus maj"_s);
-            elegir(captura.cboEdad, u"4"_s);
-            elegir(captura.cboSexo, u"M"_s);
-            captura.UserClick(captura.cmdGrabar);
-            if (!host.cajas.empty()) return;
-            avisar(u"captura;"_s + numHoja + u';' + QString::number(siguienteAnilla_));
-        }
-        captura.UserKey(forms::key::F7);
+        return captura;
     }
-
-    /// Lets a process type until so many lines have come, kills it a moment later, and gives all that it
-    /// sent.
-    QStringList matarTras(int lineas, int microsegundos) {
-        int tubo[2];
-        if (::pipe2(tubo, O_CLOEXEC) != 0) return {};
-        const pid_t hijo = ::fork();
-        if (hijo == 0) teclear(tubo[1]);
-        ::close(tubo[1]);
-        QByteArray recibido;
-        const auto leer = [&] {
-            char trozo[4096];
-            const ssize_t leidos = ::read(tubo[0], trozo, sizeof trozo);
-            if (leidos > 0) recibido.append(trozo, leidos);
-            return leidos > 0;
-        };
-        while (recibido.count('\n') < lineas && leer()) {
-        }
-        ::usleep(static_cast<useconds_t>(microsegundos));
-        ::kill(hijo, SIGKILL);
-        while (leer()) {
-        }
-        ::close(tubo[0]);
-        int estado = 0;
-        ::waitpid(hijo, &estado, 0);
-        EXPECT_TRUE(WIFSIGNALED(estado)) << "it stopped by itself, code " << WEXITSTATUS(estado);
-        const qsizetype fin = recibido.lastIndexOf('\n');
-        return QString::fromUtf8(recibido.left(fin < 0 ? 0 : fin)).split(u'\n');
+    static void teclearAve(frm07_DetallesHojasCampo& captura) {
+        elegir(captura.dbcboEspecie, u"parus maj"_s);
+        elegir(captura.cboEdad, u"4"_s);
+        elegir(captura.cboSexo, u"M"_s);
+    }
+    static void ponerAnillas() {
+        sql(u"INSERT INTO ALMACEN VALUES (1, '0', '0', '100001', '999999', 899999, '01/01/2010', 'A')"_s);
+    }
+    /// Saves what is typed while something stands in the way: a message, nothing saved, all of it still on
+    /// the screen; and it is saved once the way is free.
+    void grabarATropezones(frm07_DetallesHojasCampo& captura, const QString& palabras,
+                           const std::function<void()>& despejar) {
+        const QString antes = filas(u"SELECT Count(*) FROM ANIAHO"_s);
+        const QString anilla = captura.txtNumAnilla.Text();
+        teclearAve(captura);
+        captura.UserClick(captura.cmdGrabar);
+        despejar();
+        EXPECT_TRUE(host.textosDeCajas().contains(palabras)) << palabras.toStdString();
+        EXPECT_EQ(filas(u"SELECT Count(*) FROM ANIAHO"_s), antes);
+        EXPECT_EQ(captura.txtNumAnilla.Text(), anilla);
+        EXPECT_TRUE(captura.dbcboEspecie.Text().startsWith(u"Parus maj"_s, Qt::CaseInsensitive));
+        captura.UserClick(captura.cmdGrabar);
+        EXPECT_EQ(host.textosDeCajas(), QString());
+        EXPECT_EQ(filas(u"SELECT Count(*) FROM ANIAHO WHERE NumeroAnilla='%1'"_s.arg(anilla)), u"1");
     }
 
     void comprobarConfirmado(const QString& linea) const {
@@ -132,22 +123,35 @@ class Interrupcion : public Programa {
     }
 
     int siguienteAnilla_ = 100001;
+    OtroPrograma otro_;
 };
 
 TEST_F(Interrupcion, LoConfirmadoEstaYNadaQuedaAMedias) {
     arrancar();
-    sql(u"INSERT INTO ALMACEN VALUES (1, '0', '0', '100001', '999999', 899999, '01/01/2010', 'A')"_s);
+    ponerAnillas();
     forms::pantallas().Reset();
     reiniciarSesion();
 
+    const auto teclearAlgo = [this](const Avisar& avisar) { teclear(avisar); };
+    const Corrida entera = correr(teclearAlgo);
+    ASSERT_EQ(entera.codigo, 0);
+
     QStringList confirmado;
-    for (int muerte = 0; muerte < kMuertes; ++muerte) {
-        siguienteAnilla_ = 100001 + muerte * 1000;
-        confirmado << matarTras(1 + muerte % kRespuestas, muerte * kPaso);
+    const auto confirmar = [&](const Corrida& corrida) {
+        for (const QByteArray& linea : corrida.avisos)
+            confirmado << QString::fromLatin1(linea);
+    };
+    confirmar(entera);
+    int muerte = 0;
+    repartirMuertes("typing captures", entera.escrituras, [&](int momento) {
+        siguienteAnilla_ = 100001 + ++muerte * 100;
+        const Corrida corrida = correr(teclearAlgo, momento);
+        EXPECT_TRUE(corrida.muerto) << "it stopped by itself, code " << corrida.codigo;
+        confirmar(corrida);
         comprobarIntegridad();
         arrancar();
-        for (const QString& linea : confirmado)
-            comprobarConfirmado(linea);
+        for (const QByteArray& linea : corrida.avisos)
+            comprobarConfirmado(QString::fromLatin1(linea));
         // The last save may have been done without being told any more: one row at most.
         const qsizetype hojas = confirmado.filter(u"hoja;"_s).size();
         const qsizetype capturas = confirmado.filter(u"captura;"_s).size();
@@ -155,7 +159,7 @@ TEST_F(Interrupcion, LoConfirmadoEstaYNadaQuedaAMedias) {
                           filas(u"SELECT Count(*) FROM ANIAHO"_s).toInt() -
                           static_cast<int>(hojas + capturas);
         EXPECT_GE(deMas, 0);
-        EXPECT_LE(deMas, muerte + 1);
+        EXPECT_LE(deMas, muerte);
         for (const auto& [tabla, id] :
              {std::pair{u"ANICHO"_s, u"IdCabecera"_s}, {u"ANIMAT"_s, u"IdAnillador"_s}})
             EXPECT_EQ(filas(u"SELECT Count(*) FROM %1 WHERE %2=-1"_s.arg(tabla, id)), u"0") << muerte;
@@ -172,8 +176,47 @@ TEST_F(Interrupcion, LoConfirmadoEstaYNadaQuedaAMedias) {
             QString());
         forms::pantallas().Reset();
         reiniciarSesion();
+    });
+    EXPECT_GT(confirmado.filter(u"captura;"_s).size(), muerte);
+    arrancar();
+    for (const QString& linea : confirmado)
+        comprobarConfirmado(linea);
+}
+
+TEST_F(Interrupcion, UnDiscoQueFallaNoPierdeLaCaptura) {
+    using Averia = DiscoAveriado::Averia;
+    DiscoAveriado disco;
+    arrancarComo(u"123456"_s);
+    ponerAnillas();
+    auto& captura = abrirHoja();
+    for (const auto& [averia, palabras] :
+         {std::pair{Averia::Lleno, u"No hay espacio en el disco"_s}, {Averia::Error, u"Error del disco"_s}}) {
+        disco.reparar();
+        teclearAve(captura);
+        captura.UserClick(captura.cmdGrabar);
+        const int operaciones = disco.operaciones(averia);
+        EXPECT_GT(operaciones, 1);
+        for (int momento = 1; momento <= operaciones; ++momento) {
+            SCOPED_TRACE(momento);
+            disco.averiar(averia, momento);
+            grabarATropezones(captura, palabras, [&] {
+                EXPECT_TRUE(disco.haFallado());
+                disco.reparar();
+            });
+        }
+        std::printf("saving a capture: %d failures of the disk\n", operaciones);
     }
-    EXPECT_GT(confirmado.filter(u"captura;"_s).size(), kMuertes);
+    forms::pantallas().Reset();
+    reiniciarSesion();
+    comprobarIntegridad();
+}
+
+TEST_F(Interrupcion, OtroProgramaQueBloqueaNoPierdeLaCaptura) {
+    arrancarComo(u"123456"_s);
+    ponerAnillas();
+    auto& captura = abrirHoja();
+    otro_.abrir(base(), "BEGIN IMMEDIATE");
+    grabarATropezones(captura, u"La base de datos está en uso por otro programa."_s, [&] { otro_.cerrar(); });
 }
 
 }  // namespace
