@@ -133,10 +133,11 @@ void escribirTabla(const QString& tabla, const SeleccionEnvio& seleccion, Escrit
     }
 }
 
-/// A file that could not be completed is emptied: half a table must not travel.
+/// A file that could not be completed is emptied: half a table must not travel. A table that cannot be read
+/// is missing in the dispatch; where the disk has no room for one, no dispatch is made.
 void exportarTabla(const QString& tabla, const QString& ruta, const SeleccionEnvio& seleccion,
                    Avance& avance) {
-    basic::resumeNext([&] {
+    try {
         EscritorFichero fichero(ruta);
         try {
             escribirTabla(tabla, seleccion, fichero, avance);
@@ -145,7 +146,9 @@ void exportarTabla(const QString& tabla, const QString& ruta, const SeleccionEnv
             fichero.vaciar();
             throw;
         }
-    });
+    } catch (const basic::RuntimeError& fallo) {
+        if (fallo.number() == basic::error::DiskFull) throw;
+    }
 }
 
 }  // namespace

@@ -27,8 +27,8 @@ struct SeleccionEnvio {
 [[nodiscard]] QString condicionRangoFechas(const SeleccionEnvio& seleccion);
 
 /// Writes <table>.txt in Datos for each table: the rows of the selection, of a plain ringer only his own.
-/// What fails is passed over; a table without rows, or whose file could not be written whole, leaves no file.
-/// The export screen, if it is open, shows how far it is.
+/// What fails is passed over, but for a full disk (61); a table without rows, or whose file could not be
+/// written whole, leaves no file. The export screen, if it is open, shows how far it is.
 void ExportarTablas(int NumeroEnvio, const SeleccionEnvio& seleccion, const QStringList& Tablas);
 /// Position of a table in the catalog's list; 0 when it is not there.
 [[nodiscard]] int PosicionTabla(const QString& Nombre, const std::vector<QString>& Catalogo);

@@ -26,7 +26,6 @@ QString gFicheroImportado;
 QString gLineaFichero;
 std::vector<QString> gNombresCampo;
 std::vector<QString> gValoresCampo;
-QString gNombreFichero;
 
 namespace {
 
@@ -219,15 +218,6 @@ bool importarFichero(const QString& tabla, Avance& avance) {
     return false;
 }
 
-/// Received files keep the marks of their archive; a write-protected one could not be removed and would be
-/// taken for part of the next archive.
-void quitarProteccion() {
-    for (const QString& nombre : sys::find(carpetaDatos(), u"ANI*.TXT"_s)) {
-        QFile fichero(enDatos(nombre));
-        fichero.setPermissions(fichero.permissions() | QFile::WriteOwner | QFile::ReadOwner);
-    }
-}
-
 }  // namespace
 
 void DescomprimirEnvio(const QString& Nombre) {
@@ -236,10 +226,10 @@ void DescomprimirEnvio(const QString& Nombre) {
     // A link of that name would be written through.
     if (QFile::symLinkTarget(enDatos(kTemporal)).size() > 0) QFile::remove(enDatos(kTemporal));
     sys::copy(enDatos(Nombre + u".zip"_s), enDatos(kTemporal));
-    QStringList ficheros;
+    Salida salida{{}, kMaxFicheroRecibido};
     for (const QString& tabla : tablasDeIntercambio())
-        ficheros << tabla + u".TXT"_s;
-    archivador.emplace(Archivador::iniciar({u"e"_s, kTemporal}, carpetaDatos(), ficheros));
+        salida.ficheros << tabla + u".TXT"_s;
+    archivador.emplace(Archivador::iniciar({u"e"_s, kTemporal}, carpetaDatos(), salida));
 }
 
 void BorrarFicheroRecibido(const QString& Carpeta, const QString& Fichero) {
@@ -265,7 +255,9 @@ bool ImportarTablas(const QStringList& Tablas) {
             avisarProblemas(gNombreFichero);
             return terminar(false);
         }
-        quitarProteccion();
+        // What cannot be removed would be taken for part of the next archive.
+        for (const QString& nombre : sys::find(carpetaDatos(), u"ANI*.TXT"_s))
+            quitarProteccion(enDatos(nombre));
         if (!sys::exists(gFicheroImportado)) continue;
         if (!importarFichero(tabla, avance)) return terminar(false);
     }
@@ -344,7 +336,7 @@ void RenumerarHojasPendientes(const basic::Variant& Codigo, Lote& lote) {
         const basic::Variant numero = SiguienteNumHoja(propietario, propietario);
         gConexion.Execute(u"UPDATE ANICHO SET NumHoja="_s + numero.toText() + u" WHERE IdCabecera="_s +
                           hojas.Text(u"IdCabecera"_s));
-        (void)lote.entreFilas();
+        if (lote.entreFilas()) forms::host().DoEvents();
     }
 }
 

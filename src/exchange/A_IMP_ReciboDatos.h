@@ -16,7 +16,6 @@ extern QString gFicheroImportado;           ///< full path of the file being rea
 extern QString gLineaFichero;               ///< the line last read
 extern std::vector<QString> gNombresCampo;  ///< column names of the header; element 0 is not used
 extern std::vector<QString> gValoresCampo;  ///< values of the line, likewise
-extern QString gNombreFichero;              ///< the archive being imported, without its extension
 
 /// Starts unpacking the exchange files of Datos/<Nombre>.zip beside it. Does not wait.
 void DescomprimirEnvio(const QString& Nombre);

@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 
+#include "core/CopiasSeguridad.h"
 #include "core/DefinicionesGlobales.h"
 #include "core/General.h"
 #include "exchange/Catalogos.h"
@@ -104,6 +105,8 @@ void ActualizarCatalogo::importar() {
     forms::host().SetPointer(forms::Pointer::Hourglass);
     if (archivador_) archivador_->esperar(0);
     if (!IsLoaded()) return;  // closed meanwhile
+    if (archivador_ && archivador_->seHaDesbordado())
+        throw formatoNoValido(u"El archivo comprimido contiene un fichero demasiado grande"_s);
     if (archivador_ && archivador_->haFallado())
         throw formatoNoValido(u"El archivo comprimido no se ha podido descomprimir"_s);
     RutaCatalogo =
@@ -113,6 +116,7 @@ void ActualizarCatalogo::importar() {
                   u"Importación de Datos"_s);
     txtRuta.SetText(QString());
     mostrarPanel(false);
+    quitarProteccion(RutaCatalogo);
     sys::remove(RutaCatalogo);
     Unload();
     forms::host().SetPointer(forms::Pointer::Default);
@@ -123,6 +127,7 @@ void ActualizarCatalogo::importarFilas() {
     const int ultima = static_cast<int>(filas.size()) - 1;
     ProgressBar1.SetValue(0);
     ProgressBar1.SetMax(std::max(ultima, 1));
+    if (ultima > 0) copiarAntesDe(u"la actualización del catálogo"_s);
     Lote lote(gConexion);
     for (int i = 1; i <= ultima; ++i) {
         if (i == 1) mostrarPanel(true);

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <csignal>
 
 #include "core/General.h"
 #include "platform/forms/Host.h"
@@ -18,6 +19,9 @@ const QString kNombre = u"7za"_s;
 
 /// Its exit codes: 0 is success, 1 a warning, as for a file that nothing matched.
 constexpr int kAviso = 1;
+constexpr int kDesbordado = sys::kSignalBase + SIGXFSZ;
+/// Seconds of work after which an archive is given up; the largest one that is ours takes a fraction.
+constexpr int kMasTrabajo = 600;
 constexpr int kPaso = 20;  // milliseconds between two turns of the events
 
 QByteArray contenido(const QString& ruta) {
@@ -45,12 +49,12 @@ QString asegurar() {
 
 }  // namespace
 
-Archivador Archivador::iniciar(const QStringList& palabras, const QString& carpeta,
-                               const QStringList& soloFicheros) {
+Archivador Archivador::iniciar(const QStringList& palabras, const QString& carpeta, const Salida& salida) {
     QStringList argumentos = palabras + QStringList{u"-y"_s, u"-ssc-"_s};
-    for (const QString& fichero : soloFicheros)
+    for (const QString& fichero : salida.ficheros)
         argumentos << u"-ir!"_s + fichero;
-    return Archivador(sys::Process::start(asegurar(), argumentos, carpeta));
+    return Archivador(sys::Process::start(asegurar(), argumentos, carpeta,
+                                          {.fileBytes = salida.maximo, .cpuSeconds = kMasTrabajo}));
 }
 
 void Archivador::pausar(int milisegundos) {
@@ -68,6 +72,10 @@ void Archivador::esperar(int minimo) {
 
 bool Archivador::haFallado() {
     return proceso_.exitCode().value_or(0) > kAviso;
+}
+
+bool Archivador::seHaDesbordado() {
+    return proceso_.exitCode() == kDesbordado;
 }
 
 }  // namespace tarmel

@@ -7,16 +7,21 @@
 
 namespace tarmel {
 
+/// What may come out of a received archive, whatever it holds.
+struct Salida {
+    QStringList ficheros;  ///< the only names, without their folders; none: all
+    qint64 maximo = 0;     ///< bytes of each; a small archive can unpack to more than a disk holds
+};
+
 /// The archiver 7za, which runs beside the program. What runs is the copy in Datos, made sure of before each
 /// use: archives that unpack there could bring a program of that name.
 class Archivador {
  public:
     /// Starts it in a folder. The command's words come first; behind them the switches that this platform
-    /// needs: names without regard to case, no question before a file is replaced. `soloFicheros`, when
-    /// unpacking, are the only names that may come out of the archive.
+    /// needs: names without regard to case, no question before a file is replaced.
     /// Errors: 53 no archiver in the program's folder, 76 no folder, 75 refused.
     [[nodiscard]] static Archivador iniciar(const QStringList& palabras, const QString& carpeta,
-                                            const QStringList& soloFicheros = {});
+                                            const Salida& salida = {});
 
     /// A pause of at least so many milliseconds, and longer while the archiver runs; the events of the
     /// screens go on.
@@ -25,6 +30,8 @@ class Archivador {
     static void pausar(int milisegundos);
     /// It has ended, and not well: what it leaves cannot be trusted.
     [[nodiscard]] bool haFallado();
+    /// It was ended because a file grew beyond its bound.
+    [[nodiscard]] bool seHaDesbordado();
 
  private:
     explicit Archivador(sys::Process proceso) : proceso_(std::move(proceso)) {}

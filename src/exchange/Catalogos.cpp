@@ -31,7 +31,8 @@ Archivador DescomprimirCatalogo(const QString& Carpeta, const QString& Fichero) 
     // A name that begins as a switch or a list of the archiver's would not be taken for a name.
     const bool confuso = Fichero.startsWith(u'-') || Fichero.startsWith(u'@');
     const QString palabra = confuso ? u"./"_s + Fichero : Fichero;
-    return Archivador::iniciar({u"e"_s, palabra}, Carpeta, {Fichero.chopped(kLargoExtension) + u".TXT"_s});
+    return Archivador::iniciar({u"e"_s, palabra}, Carpeta,
+                               {{Fichero.chopped(kLargoExtension) + u".TXT"_s}, kMaxFicheroEntero});
 }
 
 QString LeerFichero(const QString& Ruta) {

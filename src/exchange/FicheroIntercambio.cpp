@@ -67,6 +67,11 @@ void abrirFicheroRecibido(QFile& fichero) {
     if (!fichero.open(QIODevice::ReadOnly)) throw sys::fileError(*ruta, errno);
 }
 
+void quitarProteccion(const QString& ruta) {
+    QFile fichero(sys::actualPath(ruta).value_or(ruta));
+    fichero.setPermissions(fichero.permissions() | QFile::WriteOwner | QFile::ReadOwner);
+}
+
 LectorFichero::LectorFichero(const QString& ruta) : fichero_(ruta) {
     abrirFicheroRecibido(fichero_);
 }

@@ -18,6 +18,8 @@ inline constexpr QChar kSeparadorFichero = u';';
 inline constexpr qsizetype kMaxLineaFichero = 65536;
 inline constexpr int kMaxCamposFichero = 255;
 inline constexpr qint64 kMaxFicheroEntero = 64 * 1024 * 1024;
+/// And of the disk: some four million captures.
+inline constexpr qint64 kMaxFicheroRecibido = 1024 * 1024 * 1024;
 
 /// Number of the error for a text that is no exchange file: NUL bytes, a line or a count of fields beyond the
 /// bounds. Its description says which.
@@ -58,5 +60,7 @@ class LectorFichero {
 /// Opens what an archive may have brought: only a plain file is read, never what a link or a device stands
 /// for.
 void abrirFicheroRecibido(QFile& fichero);
+/// Received files keep the marks of their archive; a write-protected one could not be removed.
+void quitarProteccion(const QString& ruta);
 
 }  // namespace tarmel

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <array>
 
+#include "core/CopiasSeguridad.h"
 #include "core/DefinicionesGlobales.h"
 #include "core/General.h"
 #include "exchange/A_EXP_EnvioDatos.h"
@@ -36,6 +37,15 @@ void borrarTemporales() {
     borrarFicherosDeTexto();
     BorrarFicheroRecibido(carpetaDatos(), u"Temp.zip"_s);
 }
+
+/// What an import lays down in Datos, which goes however it ends: the copy of the archive would be taken for
+/// one that was received, and half a file for a whole one.
+struct Temporales {
+    Temporales() = default;
+    ~Temporales() { borrarTemporales(); }
+    Temporales(const Temporales&) = delete;
+    Temporales& operator=(const Temporales&) = delete;
+};
 
 }  // namespace
 
@@ -118,6 +128,7 @@ void frm09_ImportarDatos::mostrarMarcha(bool enMarcha) {
 void frm09_ImportarDatos::cmdImportar_Click() {
     if (enCurso_) return;
     const forms::SetWhile<bool> enCurso(enCurso_, true);
+    const Temporales temporales;
     importar();
 }
 
@@ -140,7 +151,6 @@ void frm09_ImportarDatos::importar() {
 
     forms::MsgBox(u"La Base de datos ha sido actualizada correctamente."_s, forms::box::Information,
                   u"Importación correcta"_s);
-    borrarTemporales();
     lblFicheroImportar.SetEnabled(true);
     cmdImportar.SetEnabled(true);
     forms::host().SetPointer(forms::Pointer::Default);
@@ -154,6 +164,7 @@ bool frm09_ImportarDatos::importarTodos() {
     QStringList archivos;
     for (int i = 0; i < FileControl.Count(); ++i)
         archivos << FileControl.Cell(i, 0);
+    if (!archivos.isEmpty()) copiarAntesDe(u"la importación"_s);
     for (const QString& nombre : archivos) {
         borrarFicherosDeTexto();
         Archivador::pausar(kPausaEntreArchivos);
@@ -177,6 +188,7 @@ bool frm09_ImportarDatos::importarElegido() {
         cerrar();
         return false;
     }
+    copiarAntesDe(u"la importación"_s);
     DescomprimirEnvio(txtFichero.Text());
     return ImportarTablas(tablasDeIntercambio());
 }

@@ -241,7 +241,15 @@ void frm10_ExportarDatos::preparar(const SeleccionEnvio& seleccion) {
         anotarEnvioDeAnillador();
     }
     const QString nombre = NombreSiguienteEnvio();
-    ExportarTablas(gNumEnvio, seleccion, tablasDeIntercambio());
+    try {
+        ExportarTablas(gNumEnvio, seleccion, tablasDeIntercambio());
+    } catch (const basic::RuntimeError& fallo) {
+        if (fallo.number() != basic::error::DiskFull) throw;
+        borrarFicherosDeTexto();
+        forms::MsgBox(u"No hay sitio en el disco para los ficheros del envío, que no se ha preparado."_s,
+                      forms::box::Exclamation, u"Exportación de datos"_s);
+        return salir();
+    }
     ComprimirEnvio(nombre);
     forms::MsgBox(u"Los datos han sido preparados correctamente."_s, forms::box::Information,
                   u"Exportación correcta"_s);

@@ -179,8 +179,8 @@ TEST_F(Catalogos, LosFicherosHostilesDeLaImportacion) {
 
 TEST_F(Catalogos, DelArchivoSoloSaleSuTexto) {
     const QByteArray otra = "export PATH=.\n";
-    importarArchivo<frm04_ActualizarLocalidades>(
-        hacerZip({{".bashrc", otra}, {"../fuera.txt", otra}, {"sub/Catalogo.TXT", "c\r\n"}, {"7za", otra}}));
+    importarArchivo<frm04_ActualizarLocalidades>(hacerZip(
+        {{".bashrc", otra}, {"../fuera.txt", otra}, {"sub/Catalogo.TXT", "c\r\n", 0100444}, {"7za", otra}}));
     EXPECT_EQ(mundo.textosDeCajas(), kExito);
     EXPECT_EQ(QDir(ruta(u"descargas"_s)).entryList(QDir::Files | QDir::Hidden),
               QStringList{u"CATALOGO.zip"_s});
@@ -191,6 +191,15 @@ TEST_F(Catalogos, ArchivosQueNoSirven) {
     importarArchivo<frm05_ActualizarEspecies>("esto no es un zip");
     EXPECT_EQ(mundo.textosDeCajas(),
               u"El archivo comprimido no se ha podido descomprimir 321|El Archivo no ha sido Importado"_s);
+    QFile enorme(ruta(u"Datos/CATALOGO.txt"_s));
+    ASSERT_TRUE(enorme.open(QIODevice::WriteOnly) && enorme.resize(kMaxFicheroEntero + 1));
+    empaquetar(u"CATALOGO.zip"_s, {u"CATALOGO.txt"_s});
+    EXPECT_LT(leer(u"Datos/CATALOGO.zip"_s).size(), 1024 * 1024) << "small as an archive";
+    importarArchivo<frm05_ActualizarEspecies>(leer(u"Datos/CATALOGO.zip"_s));
+    EXPECT_EQ(
+        mundo.textosDeCajas(),
+        u"El archivo comprimido contiene un fichero demasiado grande 321|El Archivo no ha sido Importado"_s);
+    QFile::remove(ruta(u"descargas/CATALOGO.txt"_s));
     importarArchivo<frm05_ActualizarEspecies>(hacerZip({{"otro.txt", "c\r\n"}}));
     EXPECT_EQ(mundo.textosDeCajas(), u"No se ha encontrado el archivo 53|El Archivo no ha sido Importado"_s);
     // Laid beside the archive by hand it is read at the next press.

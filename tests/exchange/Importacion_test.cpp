@@ -87,11 +87,11 @@ TEST_F(Intercambio, LasLineasDeUnFichero) {
     // A line end across the reader's blocks.
     const QByteArray largo(65535, 'x');
     EXPECT_EQ(lineas(largo + "\r\ny"), QString::fromLatin1(largo) + u"|y"_s);
-    EXPECT_EQ(errorDe([&] { (void)lineas(largo + "xx\r\n"); }), kFormatoNoValido);
-    EXPECT_EQ(errorDe([&] { (void)lineas(QByteArray("a\0b", 3)); }), kFormatoNoValido);
-    EXPECT_EQ(errorDe([&] { LectorFichero(ruta(u"Datos/falta.txt"_s)); }), basic::error::FileNotFound);
+    EXPECT_EQ(errorOf([&] { (void)lineas(largo + "xx\r\n"); }), kFormatoNoValido);
+    EXPECT_EQ(errorOf([&] { (void)lineas(QByteArray("a\0b", 3)); }), kFormatoNoValido);
+    EXPECT_EQ(errorOf([&] { LectorFichero(ruta(u"Datos/falta.txt"_s)); }), basic::error::FileNotFound);
     QFile::link(ruta(u"Datos/x.txt"_s), ruta(u"Datos/enlace.txt"_s));
-    EXPECT_EQ(errorDe([&] { LectorFichero(ruta(u"Datos/enlace.txt"_s)); }), basic::error::FileAccess);
+    EXPECT_EQ(errorOf([&] { LectorFichero(ruta(u"Datos/enlace.txt"_s)); }), basic::error::FileAccess);
 }
 
 // --- Rows by key
@@ -224,7 +224,7 @@ TEST_P(Hostil, TerminaEnSuMensajeYNoTocaLoDemas) {
     ASSERT_FALSE(bytes.isEmpty());
     escribir(u"Datos/ANICHO.TXT"_s, bytes);
     bool leido = false;
-    const int numero = errorDe([&] { leido = importar(); });
+    const int numero = errorOf([&] { leido = importar(); });
     EXPECT_EQ(numero, GetParam().numero);
     EXPECT_EQ(leido, GetParam().fin == Fin::Bien);
     EXPECT_EQ(mundo.textosDeCajas(),
@@ -276,9 +276,9 @@ TEST_F(Importacion, UnaLineaDeDiezMegasNoSeLee) {
 
 TEST_F(Importacion, ConMediaClaveNoSeBorraNada) {
     fichero(u"ANIAHO"_s, {"IdCabecera;TipoRegistro;Anilla", "1;A;INTRUSA1"});
-    EXPECT_EQ(errorDe([] { importar(); }), kSentencia);
+    EXPECT_EQ(errorOf([] { importar(); }), kSentencia);
     fichero(u"ANIAHO"_s, {kColumnasCaptura, "1;1 OR 1=1;A;INTRUSA1;2;M;00010"});
-    EXPECT_EQ(errorDe([] { importar(); }), kTipos);
+    EXPECT_EQ(errorOf([] { importar(); }), kTipos);
     comprobarLoPropio();
 }
 
@@ -313,80 +313,13 @@ class PantallaImportar : public Importacion {
     }
 };
 
-TEST_F(PantallaImportar, IdaYVuelta) {
-    sql(u"UPDATE ANIMAT SET Email='ana@ejemplo.es' WHERE CodigoAnillador=123456"_s);
-    captura(1, 3, u"AB..0003"_s, u", Peso, HoraCaptura, Observaciones, TamañoNidada, CodigoMuda"_s,
-            u", '12,25', '8:05:00', 'Ñandú | visto', '3', 2"_s);
-    const QString columnas = [] {
-        QStringList nombres;
-        for (const auto& columna : gConexion.schema().table(u"ANICHO")->columns) {
-            if (columna.name != u"IdCab"_s && columna.name != u"NumHoja"_s) nombres << columna.name;
-        }
-        return nombres.join(u',');
-    }();
-    const auto todo = [&] {
-        return filas(u"SELECT * FROM ANIAHO ORDER BY IdCabecera, NumRegistro"_s) + u'#' +
-               filas(u"SELECT "_s + columnas + u" FROM ANICHO ORDER BY IdCabecera"_s) + u'#' +
-               filas(
-                   u"SELECT CodigoAnillador, NombreAnillador, CoordinadorGrupo, UltimoEnvio, Email FROM "
-                   "ANIMAT WHERE CodigoAnillador=123456"_s);
-    };
-    cambiarPapel(false);
-    auto& exportar = forms::pantallas().Get<frm10_ExportarDatos>();
-    exportar.Show();
-    exportar.UserChoose(exportar.cboAño, exportar.cboAño.Find(u"2010"_s));
-    exportar.UserClick(exportar.cmdExportar);
-    EXPECT_EQ(mundo.textosDeCajas(), u"Los datos han sido preparados correctamente."_s);
-
-    const QString antes = todo();
-    sql(u"DELETE FROM ANIAHO"_s);
-    sql(u"DELETE FROM ANICHO"_s);
-    sql(u"UPDATE ANIMAT SET NombreAnillador='OTRO', Email='', UltimoEnvio=0 WHERE CodigoAnillador=123456"_s);
-    cambiarPapel(true);
-    importarArchivo(u"123456-"_s + FechaActualAAMMDD() + u"01"_s);
-    EXPECT_EQ(mundo.cajas.back().title, u"Importación correcta"_s);
-    EXPECT_EQ(mundo.textosDeCajas(), kBien);
-    EXPECT_EQ(todo(), antes);
-    EXPECT_EQ(filas(u"SELECT NumHoja FROM ANICHO"_s), u"123456000001"_s);
-    EXPECT_FALSE(abierta());
-    EXPECT_EQ(ficherosDeDatos(), (QStringList{u"123456-"_s + FechaActualAAMMDD() + u"01.ZIP"_s, u"7za"_s}));
-}
-
-TEST_F(PantallaImportar, EligeElArchivoDeLaLista) {
-    archivo(u"b.zip"_s, {});
-    archivo(u"A.otro.ZIP"_s, {});
+TEST_F(PantallaImportar, ElNombreLlegaHastaSuPrimerPunto) {
+    archivo(u"a.otro.ZIP"_s, {});
     escribir(u"Datos/c.txt"_s, "x");
     auto& pantalla = abrir();
-    ASSERT_EQ(pantalla.FileControl.Count(), 2);
-    EXPECT_EQ(pantalla.FileControl.Cell(0, 0), u"A.otro.ZIP"_s);
-    EXPECT_TRUE(pantalla.txtFichero.HasFocus());
-    pantalla.UserDoubleClickRow(pantalla.FileControl, 1);
-    EXPECT_EQ(pantalla.txtFichero.Text(), u"b"_s);
-    pantalla.UserGoTo(pantalla.txtFichero);
-    pantalla.UserKey(forms::key::Enter);
-    EXPECT_EQ(pantalla.txtFichero.Text(), u"B"_s) << "capitals on leaving, and Enter goes on";
-    pantalla.UserClick(pantalla.optTodos);
-    EXPECT_FALSE(pantalla.txtFichero.Enabled());
-    EXPECT_FALSE(pantalla.FileControl.Enabled());
-    pantalla.UserClick(pantalla.cmdSalir);
-    EXPECT_FALSE(abierta());
-}
-
-TEST_F(PantallaImportar, LoQueNoSePuedeSeDice) {
-    importarArchivo(QString());
-    EXPECT_EQ(mundo.textosDeCajas(), u"Debe de introducir el nombre de un fichero obligatoriamente."_s);
-    ASSERT_TRUE(abierta());
-    EXPECT_TRUE(abrir().frmFichero.Visible());
-    EXPECT_TRUE(abrir().cmdImportar.Enabled());
-    EXPECT_TRUE(abrir().txtFichero.HasFocus());
-    importarArchivo(u"NOESTA"_s);
-    EXPECT_EQ(mundo.textosDeCajas(), u"El archivo no existe. Compruebe que está en el directorio Datos."_s);
-    EXPECT_FALSE(abierta());
-    cambiarPapel(false);
-    importarArchivo(u"NOESTA"_s);
-    EXPECT_EQ(mundo.textosDeCajas(),
-              u"No puede importar ficheros, esta opción sólo la puede realizar el coordinador. "_s);
-    EXPECT_FALSE(abierta());
+    ASSERT_EQ(pantalla.FileControl.Count(), 1);
+    pantalla.UserDoubleClickRow(pantalla.FileControl, 0);
+    EXPECT_EQ(pantalla.txtFichero.Text(), u"a"_s);
 }
 
 TEST_F(PantallaImportar, TodosHastaElPrimeroQueFalla) {
@@ -416,13 +349,14 @@ TEST_F(PantallaImportar, TodosHastaElPrimeroQueFalla) {
 
 TEST_F(PantallaImportar, UnArchivoSoloTraeSusFicheros) {
     const QByteArray otra = "#!/bin/sh\ntouch intruso\n";
-    archivo(u"MALO.zip"_s, {{"7za", otra, 0100755},
-                            {"Tarmel_11.mdb", otra},
-                            {"../Tarmel_11.mdb", otra},
-                            {"../../fuera.txt", otra},
-                            {"/tmp/fuera.txt", otra},
-                            {"carpeta/ANICHO.txt", unaHoja("905"), 0100444},
-                            {"Temp.zip", otra}});
+    std::vector<EntradaZip> entradas{
+        {"7za", otra, 0100755},    {"Tarmel_11.mdb", otra},  {"../Tarmel_11.mdb", otra},
+        {"../../fuera.txt", otra}, {"/tmp/fuera.txt", otra}, {"carpeta/ANICHO.txt", unaHoja("905"), 0100444},
+        {"Temp.zip", otra}};
+    constexpr int kMuchos = 50000;
+    for (int i = 0; i < kMuchos; ++i)
+        entradas.push_back({"n" + QByteArray::number(i), "x"});
+    archivo(u"MALO.zip"_s, entradas);
     const QByteArray propio = leer(u"7za"_s);
     const QStringList antes = ficheros();
     importarArchivo(u"MALO"_s);
@@ -446,6 +380,7 @@ TEST_F(PantallaImportar, UnArchivoRotoNoSeImporta) {
         EXPECT_EQ(mundo.textosDeCajas(), u"Problemas con el archivo ROTO"_s) << bytes.size();
         comprobarLoPropio();
         EXPECT_EQ(filas(u"SELECT Count(*) FROM ANICHO"_s), u"1"_s);
+        EXPECT_EQ(ficherosDeDatos(), (QStringList{u"7za"_s, u"ROTO.zip"_s})) << "nothing is left lying about";
         abrir().UserClick(abrir().cmdSalir);
         ASSERT_FALSE(abierta());
     }

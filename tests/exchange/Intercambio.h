@@ -1,7 +1,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <QDir>
 #include <QFile>
@@ -16,6 +15,7 @@
 #include "exchange/frm05_ActualizarEspecies.h"
 #include "exchange/frm09_ImportarDatos.h"
 #include "exchange/frm10_ExportarDatos.h"
+#include "platform/basic/ErrorOf.h"
 #include "platform/basic/Text.h"
 
 namespace tarmel {
@@ -39,16 +39,7 @@ class Intercambio : public Programa {
     void TearDown() override {
         forms::pantallas().Reset();
         reiniciarSesion();
-        sqlite3* db = nullptr;
-        sqlite3_open(base().toUtf8().constData(), &db);
-        sqlite3_exec(
-            db, "PRAGMA integrity_check",
-            [](void*, int, char** valores, char**) {
-                EXPECT_STREQ(valores[0], "ok");
-                return 0;
-            },
-            nullptr, nullptr);
-        sqlite3_close(db);
+        EXPECT_EQ(ado::test::Plain(base()).value("PRAGMA integrity_check"), QStringLiteral("ok"));
     }
 
     static inline const QString kAnillador = QStringLiteral("123456");
@@ -92,17 +83,6 @@ class Intercambio : public Programa {
         ASSERT_EQ(proceso.exitCode(), 0);
         for (const QString& fichero : ficheros)
             QFile::remove(ruta(enDatos(fichero)));
-    }
-
-    /// The number of the run-time error that ended the action; 0 without one.
-    template <typename Accion>
-    static int errorDe(Accion&& accion) {
-        try {
-            accion();
-        } catch (const basic::RuntimeError& fallo) {
-            return fallo.number();
-        }
-        return 0;
     }
 
     HostConDialogo mundo;
