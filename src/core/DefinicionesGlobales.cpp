@@ -1,5 +1,6 @@
 #include "core/DefinicionesGlobales.h"
 
+#include "core/CopiasSeguridad.h"
 #include "engine/clsClassMantenimientos.h"
 
 namespace tarmel {
@@ -35,22 +36,35 @@ bool gListaCargada = false;
 bool gModoModificar = false;
 bool gOrdenAscendente = false;
 
+basic::Variant gHojaInicial;
+basic::Variant gHojaFinal;
+
+QString gFiltroTexto;
+bool gBalanceA = false;
+bool gBalanceR = false;
+bool gImpreso = false;
+bool gCancelado = false;
+QString gNombreFichero;
+
 clsClassMantenimientos gMantenimientos;
 
 void reiniciarSesion() {
+    olvidarCopias();
     gRS = ado::Recordset();
     gRS2 = ado::Recordset();
     gConexion.Close();
-    for (basic::Variant* variable : {&gNombreBD, &gVersion, &gCodAnillador, &gRutaAplicacion})
+    for (basic::Variant* variable :
+         {&gNombreBD, &gVersion, &gCodAnillador, &gRutaAplicacion, &gHojaInicial, &gHojaFinal})
         *variable = {};
     for (QString* texto : {&gRutaBD, &gSQL, &gSQL2, &gFiltroAnillas, &gOriginalAnilla, &gOriginalCentro,
-                           &gOriginalHora, &gOriginalFecha})
+                           &gOriginalHora, &gOriginalFecha, &gFiltroTexto, &gNombreFichero})
         texto->clear();
     gAnillador = gGrupo = gEntidad = {};
     gCoordinador = 0;
     gEsCoordinador = gIdentificacionInicial = false;
     gNuevaHoja = gListaAnillas = gListaDuplicados = gMostrarLista = false;
     gModificando = gCapturaGrabada = gListaCargada = gModoModificar = gOrdenAscendente = false;
+    gBalanceA = gBalanceR = gImpreso = gCancelado = false;
     gMantenimientos = {};
 }
 

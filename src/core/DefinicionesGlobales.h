@@ -45,6 +45,21 @@ extern bool gListaCargada;     ///< the sheet list was filled for this opening
 extern bool gModoModificar;    ///< the sheet's fields are open for a change
 extern bool gOrdenAscendente;  ///< toggle of the sort, shared by the lists of sheets and captures
 
+/// The readable description of a query's filter: one criterion a line, each begun by a carriage return. Empty
+/// for a query without criteria. Whoever prints something else puts his own text here.
+extern QString gFiltroTexto;
+/// What the last accepted dialogue of a query asked for. Closing it by its box leaves all of it as it was.
+extern bool gBalanceA;          ///< balance of ringings
+extern bool gBalanceR;          ///< balance of recoveries
+extern bool gImpreso;           ///< a report, not a text file
+extern bool gCancelado;         ///< the dialogue was cancelled
+extern QString gNombreFichero;  ///< without folder and extension: the query's text file; an imported archive
+
+/// The range of sheets to delete or to print: the number as chosen (text) or as found in the database; Null
+/// when there is no sheet.
+extern basic::Variant gHojaInicial;
+extern basic::Variant gHojaFinal;
+
 /// The record engine object that the store and the ring rules share; they use EjecutarSQL only.
 extern clsClassMantenimientos gMantenimientos;
 

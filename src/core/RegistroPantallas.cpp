@@ -8,9 +8,15 @@
 #include "exchange/frm09_ImportarDatos.h"
 #include "exchange/frm10_ExportarDatos.h"
 #include "platform/forms/Pantallas.h"
+#include "queries/frm11_Consultas.h"
+#include "queries/frm12_OpcionesConsulta.h"
+#include "queries/frm14_ContadorRegistros.h"
 #include "sheets/frm06_HojasCampo.h"
 #include "sheets/frm07_DetallesHojasCampo.h"
+#include "sheets/frm08_ImprimirHojas.h"
+#include "sheets/frm13_BorrarRegistrosAnteriores.h"
 #include "store/frm15_AlmacenAnillas.h"
+#include "store/frm16_ConsultaAnillas.h"
 #include "store/frm17_GestionAnillas.h"
 #include "store/frm18_SeleccionAnillas.h"
 
@@ -34,9 +40,15 @@ void registrarPantallas() {
     registrar<frm05_ActualizarEspecies>();
     registrar<frm06_HojasCampo>();
     registrar<frm07_DetallesHojasCampo>();
+    registrar<frm08_ImprimirHojas>();
     registrar<frm09_ImportarDatos>();
     registrar<frm10_ExportarDatos>();
+    registrar<frm11_Consultas>();
+    registrar<frm12_OpcionesConsulta>();
+    registrar<frm13_BorrarRegistrosAnteriores>();
+    registrar<frm14_ContadorRegistros>();
     registrar<frm15_AlmacenAnillas>();
+    registrar<frm16_ConsultaAnillas>();
     registrar<frm17_GestionAnillas>();
     registrar<frm18_SeleccionAnillas>();
 }

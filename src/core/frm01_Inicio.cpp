@@ -3,9 +3,12 @@
 #include <QDir>
 
 #include "core/ActualizaVersion.h"
+#include "core/ArchivoAccess.h"
 #include "core/DSN.h"
 #include "core/DefinicionesGlobales.h"
 #include "core/General.h"
+#include "database/Mantenimiento.h"
+#include "database/Salud.h"
 #include "platform/forms/Host.h"
 #include "platform/system/Files.h"
 
@@ -27,6 +30,7 @@ void frm01_Inicio::Load() {
     Refresh();
 
     gRutaBD = forms::host().ApplicationPath() + QDir::separator() + gNombreBD.joined() + u".mdb"_s;
+    TerminarCompactacion(gRutaBD);
     const std::optional<QString> fichero = sys::actualPath(gRutaBD);
     if (!fichero) {
         forms::MsgBox(
@@ -34,10 +38,29 @@ void frm01_Inicio::Load() {
             forms::box::Critical, u"Error"_s);
         forms::host().EndProgram();
     }
+    const QString mensaje = Label1.Caption();
+    TraerArchivoAccess(*fichero, [this](const QString& avance) { mostrar(avance); });
+    mostrar(mensaje);
+    comprobarSalud(*fichero);
     CrearDSN(*fichero);
     AbrirConexion();
     BorrarTemporales();
     if (!ActualizarVersion()) forms::host().EndProgram();
+}
+
+void frm01_Inicio::mostrar(const QString& avance) {
+    if (Label1.Caption() == avance) return;
+    Label1.SetCaption(avance);
+    Refresh();
+}
+
+void frm01_Inicio::comprobarSalud(const QString& fichero) {
+    const QString mensaje = Label1.Caption();
+    const QString problema = examinarBase(fichero, [this](const QString& avance) { mostrar(avance); });
+    Label1.SetCaption(mensaje);
+    if (problema.isEmpty()) return;
+    forms::MsgBox(problema, forms::box::Critical, u"La base de datos no se puede abrir"_s);
+    forms::host().EndProgram();
 }
 
 }  // namespace tarmel

@@ -17,6 +17,12 @@ class frm01_Inicio : public forms::Form {
 
  protected:
     void Load() override;
+
+ private:
+    /// What goes on, for whoever waits.
+    void mostrar(const QString& avance);
+    /// Ends the program, the file untouched, when the database is damaged or another program's.
+    void comprobarSalud(const QString& fichero);
 };
 
 }  // namespace tarmel

@@ -3,11 +3,14 @@
 #include <QHash>
 #include <array>
 
+#include "core/ActualizaVersion.h"
 #include "core/Ayuda.h"
+#include "core/CopiasSeguridad.h"
 #include "core/DefinicionesGlobales.h"
 #include "core/General.h"
-#include "core/Pendientes.h"
 #include "core/frm02_Matricula.h"
+#include "database/Mantenimiento.h"
+#include "engine/clsclassTratamientoErr.h"
 #include "platform/forms/Host.h"
 #include "platform/forms/Pantallas.h"
 
@@ -129,6 +132,10 @@ void ponerPuntero(forms::Pointer puntero) {
     forms::host().SetPointer(puntero);
 }
 
+void mostrar(const QString& pantalla, forms::Modality modo = forms::Modality::Modeless) {
+    forms::pantallas().Get(pantalla).Show(modo);
+}
+
 /// Clicks a button of a screen, as code may even when the button is hidden or disabled.
 void pulsarBoton(const QString& pantalla, const QString& boton) {
     const forms::Control* const control = forms::pantallas().Get(pantalla).Find(boton);
@@ -140,8 +147,8 @@ void pulsarBoton(const QString& pantalla, const QString& boton) {
 void abrir(const Apertura& apertura) {
     if (apertura.momento == Mensaje::AntesDeMostrar) MostrarMensajeEstado(apertura.mensaje);
     if (apertura.reloj) ponerPuntero(forms::Pointer::Hourglass);
-    const bool mostrada = mostrarPantalla(apertura.pantalla, apertura.modo);
-    if (mostrada && !apertura.pulsar.isEmpty()) pulsarBoton(apertura.pantalla, apertura.pulsar);
+    mostrar(apertura.pantalla, apertura.modo);
+    if (!apertura.pulsar.isEmpty()) pulsarBoton(apertura.pantalla, apertura.pulsar);
     if (apertura.momento == Mensaje::DespuesDeMostrar) MostrarMensajeEstado(apertura.mensaje);
     ponerPuntero(forms::Pointer::Default);
     MostrarMensajeEstado({});
@@ -186,6 +193,7 @@ void frm03_Principal::Load() {
     gGrupo[1] = matricula.txtGrupo.Text();
     gEntidad[1] = matricula.txtEntidad.Text();
     pbVersion.SetCaption(gVersion.joined());
+    empezarCopiasDiarias();
 }
 
 void frm03_Principal::UnloadEvent() {
@@ -208,7 +216,8 @@ void frm03_Principal::mnuListadoHojas_Click() {
 }
 
 void frm03_Principal::mnuNuevaHoja_Click() {
-    if (mostrarPantalla(kHojas)) pulsarBoton(kHojas, u"cmdNuevo"_s);
+    mostrar(kHojas);
+    pulsarBoton(kHojas, u"cmdNuevo"_s);
 }
 
 void frm03_Principal::mnuListadoAnillasTodas_Click() {
@@ -216,7 +225,7 @@ void frm03_Principal::mnuListadoAnillasTodas_Click() {
 }
 
 void frm03_Principal::mnuListadoAnillasSeleccion_Click() {
-    mostrarPantalla(u"frm18_SeleccionAnillas"_s, forms::Modality::Modal);
+    mostrar(u"frm18_SeleccionAnillas"_s, forms::Modality::Modal);
     if (gFiltroAnillas.isEmpty()) mnuListadoAnillasTodas_Click();
     abrirListaAnillas(u"Cargando pantalla de listado de anillas........"_s, false, u"Listado de anillas"_s);
 }
@@ -244,11 +253,11 @@ void frm03_Principal::abrirListaAnillas(const QString& mensaje, bool duplicados,
 }
 
 void frm03_Principal::mnuAlmacenAnillas_Click() {
-    mostrarPantalla(u"frm15_AlmacenAnillas"_s);
+    mostrar(u"frm15_AlmacenAnillas"_s);
 }
 
 void frm03_Principal::mnuAnillasGestionModelos_Click() {
-    mostrarPantalla(u"frm17_GestionAnillas"_s);
+    mostrar(u"frm17_GestionAnillas"_s);
 }
 
 void frm03_Principal::mnuImprimir_Click() {
@@ -297,7 +306,28 @@ void frm03_Principal::mnuUsuario_Click() {
 }
 
 void frm03_Principal::mnuCompactar_Click() {
-    avisarSiPendiente(u"mnuCompactar"_s);
+    const QString titulo = u"Compactar BD"_s;
+    const int respuesta = forms::MsgBox(
+        u"Va a Compactar la base de datos.\r Esto modifica el tamaño de la base de datos, pero no su "
+        "contenido.\r ¿Desea continuar?"_s,
+        forms::box::YesNo + forms::box::Information, titulo);
+    if (respuesta != forms::box::AnswerYes) return;
+    try {
+        ponerPuntero(forms::Pointer::Hourglass);
+        // They hold rows of the database.
+        for (const QString& pantalla :
+             {u"frm04_ActualizarLocalidades"_s, u"frm05_ActualizarEspecies"_s, kHojas, kCapturas})
+            forms::pantallas().Unload(pantalla);
+        CompactarBase(gConexion, gRutaBD);
+        AbrirConexion();
+        ponerPuntero(forms::Pointer::Default);
+        forms::MsgBox(u"El proceso de compactación ha terminado correctamente."_s, forms::box::Information,
+                      titulo);
+    } catch (const basic::RuntimeError& error) {
+        MostrarErrorSQL(error);
+        AbrirConexion();
+        ponerPuntero(forms::Pointer::Default);
+    }
 }
 
 void frm03_Principal::mnuBorrarHojas_Click() {
@@ -305,11 +335,31 @@ void frm03_Principal::mnuBorrarHojas_Click() {
 }
 
 void frm03_Principal::mnuBorrarFicherosExportados_Click() {
-    avisarSiPendiente(u"mnuBorrarFicherosExportados"_s);
+    const int respuesta = forms::MsgBox(
+        u"Va a eliminar los ficheros comprimidos presentes en la carpeta Datos \r\r¿Desea continuar?\r"_s,
+        forms::box::OKCancel + forms::box::Exclamation, u"Eliminar ficheros"_s);
+    if (respuesta != forms::box::AnswerOK) return;
+    ponerPuntero(forms::Pointer::Hourglass);
+    BorrarFicheros(RutaEnAplicacion(u"Datos"_s), u"*.ZIP"_s);
+    BorrarFicheros(RutaEnAplicacion(u"Datos"_s), u"*.TXT"_s);
+    // The backslash is part of the pattern: the backup of the database stays.
+    BorrarFicheros(ObtenerRutaAplicacion(), u"\\*.BAK"_s);
+    forms::MsgBox(u"Se han borrado los ficheros."_s, forms::box::Information,
+                  u"Borrado de ficheros exportados"_s);
+    ponerPuntero(forms::Pointer::Default);
 }
 
 void frm03_Principal::mnuActualizarBD_Click() {
-    avisarSiPendiente(u"mnuActualizarBD"_s);
+    MostrarMensajeEstado(u"Actualizando la base de datos........"_s);
+    const QString titulo = u"Actualización de la base de datos"_s;
+    if (NecesitaActualizar()) {
+        EscribirIni(kSeccionIni, kClaveActualizacion, u"1"_s);
+        ActualizarVersion();
+        forms::MsgBox(u"La base de datos ya ha sido actualizada"_s, forms::box::Information, titulo);
+    } else {
+        forms::MsgBox(u"La base de datos ya está actualizada"_s, forms::box::Information, titulo);
+    }
+    MostrarMensajeEstado({});
 }
 
 void frm03_Principal::mnuAyuda_Click() {

@@ -20,8 +20,11 @@
 #include "desktop/FormView.h"
 #include "desktop/FrameWindow.h"
 #include "desktop/HelpWindow.h"
+#include "desktop/IdleWork.h"
 #include "desktop/Views.h"
+#include "desktop/VistaInforme.h"
 #include "platform/basic/RuntimeError.h"
+#include "platform/forms/Guards.h"
 #include "platform/forms/Pantallas.h"
 #include "platform/system/SingleInstance.h"
 
@@ -33,6 +36,9 @@ namespace {
 
 /// A list that fills lets the events run after each row: this often is enough for the hand and the eye.
 constexpr int kEventsInterval = 15;  // milliseconds
+
+constexpr double kPreviewInset = 1000.0 / 1440;  // inches
+constexpr double kPreviewShare = 0.75;           // of the main window
 
 struct Answer {
     QMessageBox::StandardButton button;
@@ -101,6 +107,22 @@ QString fileFilters(const QString& filter) {
     return filters.join(QLatin1String(";;"));
 }
 
+/// An arrow in place of the hourglass while the user is asked or looks at something.
+class PlainCursor {
+ public:
+    explicit PlainCursor(bool wanted) : changed_(wanted) {
+        if (changed_) QApplication::setOverrideCursor(Qt::ArrowCursor);
+    }
+    ~PlainCursor() {
+        if (changed_) QApplication::restoreOverrideCursor();
+    }
+    PlainCursor(const PlainCursor&) = delete;
+    PlainCursor& operator=(const PlainCursor&) = delete;
+
+ private:
+    bool changed_;
+};
+
 /// A window of its own in the middle of what it belongs to.
 void centre(QWidget& window, const QWidget* over) {
     const QRect place = over && over->isVisible() ? over->frameGeometry()
@@ -122,6 +144,8 @@ Escritorio::~Escritorio() {
 
 void Escritorio::closeAll() {
     help_.reset();
+    previews_.clear();
+    idle_.reset();
     // Screens inside the main window and those over it go before it, or it would take their widgets along.
     for (auto& [form, view] : views_) {
         if (frame_ && frame_->holds(*view)) frame_->removePage(*view);
@@ -263,12 +287,18 @@ void Escritorio::FormUnloaded(forms::Form& form) {
 
 void Escritorio::FormActivated(forms::Form& form) {
     if (FormView* view = viewOf(form)) showInFront(*view);
+    // The dialogue that asked for a report closes behind it, and the window below comes forward: not before
+    // what the user wanted to see.
+    if (!justShown_) return;
+    justShown_->raise();
+    justShown_->activateWindow();
 }
 
 // --- Running
 
 void Escritorio::guard(const std::function<void()>& action) {
     if (ended_) return;
+    justShown_.clear();
     try {
         action();
     } catch (const forms::ProgramEnd&) {
@@ -329,20 +359,98 @@ void Escritorio::RunModal(forms::Form& form) {
     leaveIfEnded();
 }
 
+// --- Reports
+
+VistaInforme* Escritorio::previewOf(const report::Document& document) const {
+    const auto found = std::find_if(previews_.begin(), previews_.end(), [&](const auto& preview) {
+        return preview->document().get() == &document;
+    });
+    return found == previews_.end() ? nullptr : found->get();
+}
+
+/// 1000 twips from the screen's left and top, three quarters of the main window.
+void Escritorio::placePreview(VistaInforme& preview) const {
+    const QScreen* screen = QApplication::primaryScreen();
+    const QRect free = screen->availableGeometry();
+    const int inset = static_cast<int>(kPreviewInset * screen->logicalDotsPerInch());
+    const QSize main = frame_ && frame_->isVisible() ? frame_->size() : free.size();
+    preview.resize(main * kPreviewShare);
+    preview.move(free.topLeft() + QPoint(inset, inset));
+}
+
+void Escritorio::ShowReport(const std::shared_ptr<report::Document>& document, forms::Modality modality) {
+    leaveIfEnded();
+    previews_.push_back(std::make_unique<VistaInforme>(*this, document));
+    VistaInforme& preview = *previews_.back();
+    placePreview(preview);
+    preview.closed = [this, &preview] { previewClosed(preview); };
+    if (modality == forms::Modality::Modal) return runPreview(preview);
+    preview.show();
+    preview.activateWindow();
+    justShown_ = &preview;
+}
+
+void Escritorio::runPreview(VistaInforme& preview) {
+    // The caller's hourglass is for his own work.
+    const PlainCursor cursor(hourglass_);
+    const std::shared_ptr<report::Document> document = preview.document();
+    QEventLoop loop;
+    preview.closed = [this, &preview, &loop] {
+        previewClosed(preview);
+        loop.quit();
+    };
+    preview.setWindowModality(Qt::ApplicationModal);
+    preview.show();
+    preview.activateWindow();
+    modalLoops_.push_back({nullptr, &loop});
+    if (answerer_) QTimer::singleShot(0, &loop, [&] { answerer_->reportRuns(*document); });
+    loop.exec();
+    std::erase_if(modalLoops_, [&](const ModalLoop& modal) { return modal.loop == &loop; });
+    leaveIfEnded();
+}
+
+/// Its own closing event is still running.
+void Escritorio::previewClosed(const VistaInforme& preview) {
+    const auto found = std::find_if(previews_.begin(), previews_.end(),
+                                    [&](const auto& one) { return one.get() == &preview; });
+    if (found == previews_.end()) return;
+    VistaInforme* gone = found->release();
+    previews_.erase(found);
+    gone->hide();
+    gone->deleteLater();
+    // Not every platform has a window manager that brings back what was under it.
+    if (QWidget* under = windowInFront()) under->activateWindow();
+}
+
 void Escritorio::DoEvents() {
     if (sinceEvents_.isValid() && sinceEvents_.elapsed() < kEventsInterval) return;
-    QApplication::processEvents();
+    {
+        const forms::SetWhile<bool> inside(insideAction_, true);
+        QApplication::processEvents();
+    }
     sinceEvents_.start();
     leaveIfEnded();
 }
 
 void Escritorio::paintNow() {
+    const forms::SetWhile<bool> inside(insideAction_, true);
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void Escritorio::Sleep(int milliseconds) {
     paintNow();
     QThread::msleep(static_cast<unsigned long>(std::max(0, milliseconds)));
+}
+
+void Escritorio::WhenIdle(std::function<bool()> work) {
+    idle_ = std::make_unique<IdleWork>(
+        [this, work = std::move(work)] {
+            bool more = false;
+            guard([&] { more = work(); });
+            return more;
+        },
+        // The hourglass stands for as long as a command runs; a list that fills lets events run without it.
+        [this] { return hourglass_ || insideAction_; });
 }
 
 // --- Asking the user
@@ -392,13 +500,7 @@ int Escritorio::askUser(const forms::MessageBox& message) {
 
 int Escritorio::ShowBox(const forms::MessageBox& message) {
     ++boxesShown_;
-    if (hourglass_) QApplication::setOverrideCursor(Qt::ArrowCursor);
-    struct CursorBack {
-        bool changed;
-        ~CursorBack() {
-            if (changed) QApplication::restoreOverrideCursor();
-        }
-    } const back{hourglass_};
+    const PlainCursor cursor(hourglass_);
     return askUser(message);
 }
 
@@ -414,6 +516,18 @@ std::optional<QString> Escritorio::OpenFileDialogue(const forms::FileDialogue& d
     leaveIfEnded();
     if (!accepted || widget.selectedFiles().isEmpty()) return std::nullopt;
     return QDir::toNativeSeparators(widget.selectedFiles().constFirst());
+}
+
+std::optional<QString> Escritorio::SaveFileDialogue(const forms::FileDialogue& dialogue) {
+    if (answerer_) return answerer_->answerFileDialogue(dialogue);
+    QFileDialog widget(windowInFront(), dialogue.title, dialogue.folder, fileFilters(dialogue.filter));
+    widget.setAcceptMode(QFileDialog::AcceptSave);
+    widget.setDefaultSuffix(dialogue.filter.section(QStringLiteral("*."), -1));
+    widget.selectFile(dialogue.initialName);
+    const bool accepted = widget.exec() == QDialog::Accepted;
+    leaveIfEnded();
+    if (!accepted || widget.selectedFiles().isEmpty()) return std::nullopt;
+    return widget.selectedFiles().constFirst();
 }
 
 void Escritorio::SetPointer(forms::Pointer pointer) {
@@ -463,7 +577,11 @@ bool Escritorio::PreviousInstance() const {
 QImage capturar(const Escritorio& escritorio, const forms::Form* form) {
     QApplication::processEvents();
     QWidget* window = form ? escritorio.widgetOf(*form) : nullptr;
-    if (!form) {
+    if (!form && !escritorio.previews().empty()) {
+        VistaInforme* preview = escritorio.previews().back().get();
+        if (preview->isModal() || preview->isActiveWindow()) window = preview;
+    }
+    if (!form && !window) {
         const forms::Form* active = forms::pantallas().Active();
         window = active ? escritorio.widgetOf(*active) : nullptr;
         if (window) window = window->window();

@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QImage>
+#include <QPointer>
 #include <functional>
 #include <map>
 #include <memory>
@@ -25,6 +26,8 @@ namespace tarmel::desktop {
 class FormView;
 class FrameWindow;
 class HelpWindow;
+class VistaInforme;
+class IdleWork;
 
 /// Answers in the user's place what no test can click: boxes, file dialogues, and the time while a modal
 /// screen is open. Without one the user himself answers.
@@ -38,6 +41,8 @@ class Answerer {
     /// Called once from inside the loop of a modal screen, which is on the screen: what the user does until
     /// it closes. It may return before: the loop goes on until the screen is hidden or unloaded.
     virtual void modalRuns(forms::Form& form) = 0;
+    /// The same for the preview of a report that is shown as modal.
+    virtual void reportRuns(const report::Document& document) = 0;
 };
 
 /// The host of the windows program: every screen that is shown gets a window or a page of the main window,
@@ -71,6 +76,9 @@ class Escritorio final : public forms::Host {
     [[nodiscard]] QAction* actionOf(const forms::Toolbar& toolbar, const QString& key) const;
     [[nodiscard]] FormView* viewOf(const forms::Form& form) const;
     [[nodiscard]] FrameWindow* frame() const { return frame_; }
+    /// The reports' windows that are open, the last one opened behind the others; null when there is none.
+    [[nodiscard]] const std::vector<std::unique_ptr<VistaInforme>>& previews() const { return previews_; }
+    [[nodiscard]] VistaInforme* previewOf(const report::Document& document) const;
 
     /// Runs what an event of the toolkit asks for. Nothing escapes: the end of the program only leaves what
     /// ran, any other exception is reported in a box and ends the program. Once the program has ended nothing
@@ -96,7 +104,11 @@ class Escritorio final : public forms::Host {
     void RunModal(forms::Form& form) override;
     void SetPointer(forms::Pointer pointer) override;
     void Sleep(int milliseconds) override;
+    void WhenIdle(std::function<bool()> work) override;
     std::optional<QString> OpenFileDialogue(const forms::FileDialogue& dialogue) override;
+    void ShowReport(const std::shared_ptr<report::Document>& document, forms::Modality modality) override;
+    /// Where to save; asks before a file is written over.
+    std::optional<QString> SaveFileDialogue(const forms::FileDialogue& dialogue);
     void ShowHelp(const QString& file) override;
     void ShowDateTimeSettings() override;
     [[nodiscard]] QString ApplicationPath() const override { return applicationPath_; }
@@ -105,7 +117,7 @@ class Escritorio final : public forms::Host {
 
  private:
     struct ModalLoop {
-        forms::Form* form;
+        forms::Form* form;  // null for a report's
         QEventLoop* loop;
     };
     [[nodiscard]] FormView& ensureView(forms::Form& form);
@@ -115,6 +127,9 @@ class Escritorio final : public forms::Host {
     [[nodiscard]] int askUser(const forms::MessageBox& message);
     void leaveIfEnded() const;
     void place(FormView& view, bool modal);
+    void placePreview(VistaInforme& preview) const;
+    void runPreview(VistaInforme& preview);
+    void previewClosed(const VistaInforme& preview);
     void hide(FormView& view);
     [[nodiscard]] QWidget* windowInFront() const;
 
@@ -123,6 +138,9 @@ class Escritorio final : public forms::Host {
     std::map<const forms::Form*, std::unique_ptr<FormView>> views_;
     FrameWindow* frame_ = nullptr;  // the window of one of the views
     std::unique_ptr<HelpWindow> help_;
+    std::vector<std::unique_ptr<VistaInforme>> previews_;
+    QPointer<VistaInforme> justShown_;  ///< a preview that the action which is running has opened
+    std::unique_ptr<IdleWork> idle_;
     mutable std::unique_ptr<sys::SingleInstance> instance_;
     std::vector<ModalLoop> modalLoops_;
     std::vector<QMessageBox*> boxes_;
@@ -130,6 +148,7 @@ class Escritorio final : public forms::Host {
     QElapsedTimer sinceEvents_;
     int boxesShown_ = 0;
     bool hourglass_ = false;
+    bool insideAction_ = false;  // events run in the middle of what a screen does
     bool ended_ = false;
 };
 

@@ -11,37 +11,29 @@ namespace tarmel::desktop {
 
 using forms::Property;
 
+void CaptionBinding::showAll() {
+    Binding::showAll();
+    showCaption();
+}
+
+void CaptionBinding::show(Property property, int row) {
+    if (property == Property::Caption) return showCaption();
+    Binding::show(property, row);
+}
+
 LabelBinding::LabelBinding(FormView& view, forms::Label& label, QLabel& widget)
-    : Binding(view, label, widget), label_(label), text_(widget) {
+    : CaptionBinding(view, label, widget), label_(label), text_(widget) {
     widget.setTextFormat(Qt::PlainText);
 }
 
-void LabelBinding::showAll() {
-    Binding::showAll();
-    showCaption();
-}
-
-void LabelBinding::show(Property property, int row) {
-    if (property == Property::Caption) return showCaption();
-    Binding::show(property, row);
-}
-
 void LabelBinding::showCaption() {
-    text_.setText(label_.Caption());
+    // A label that bears its own name waits for its first value. Lines end as the toolkit ends them.
+    QString caption = label_.Caption() == label_.Name() ? QString() : label_.Caption();
+    text_.setText(caption.replace(u'\r', u'\n'));
 }
 
 FrameBinding::FrameBinding(FormView& view, forms::Frame& frame, QWidget& widget)
-    : Binding(view, frame, widget), frame_(frame) {}
-
-void FrameBinding::showAll() {
-    Binding::showAll();
-    showCaption();
-}
-
-void FrameBinding::show(Property property, int row) {
-    if (property == Property::Caption) return showCaption();
-    Binding::show(property, row);
-}
+    : CaptionBinding(view, frame, widget), frame_(frame) {}
 
 void FrameBinding::showCaption() {
     if (auto* group = qobject_cast<QGroupBox*>(&widget())) group->setTitle(frame_.Caption());
@@ -77,14 +69,12 @@ void TabBinding::showTabs() {
 bool TabBinding::keyPressed(QKeyEvent& event) {
     const int code = keyCode(event);
     if (code != forms::key::Left && code != forms::key::Right) return false;
-    const int next = strip_.Tab() + (code == forms::key::Left ? -1 : 1);
-    if (next < 0 || next >= strip_.PageCount()) return true;
-    view_.act([&](forms::Form& form) { form.UserSelectTab(strip_, next); });
+    view_.act([code](forms::Form& form) { form.UserKey(code); });
     return true;
 }
 
 ProgressBinding::ProgressBinding(FormView& view, forms::ProgressBar& bar, QProgressBar& widget)
-    : Binding(view, bar, widget), bar_(bar), progress_(widget) {}
+    : SilentBinding(view, bar, widget), bar_(bar), progress_(widget) {}
 
 void ProgressBinding::showAll() {
     Binding::showAll();

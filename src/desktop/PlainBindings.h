@@ -9,32 +9,42 @@
 
 namespace tarmel::desktop {
 
-class LabelBinding final : public Binding {
+/// A control that takes no keys.
+class SilentBinding : public Binding {
  public:
-    LabelBinding(FormView& view, forms::Label& label, QLabel& widget);
+    using Binding::Binding;
+
+ protected:
+    bool keyPressed(QKeyEvent&) override { return false; }
+};
+
+/// One that shows its caption besides what all show.
+class CaptionBinding : public SilentBinding {
+ public:
+    using SilentBinding::SilentBinding;
     void show(forms::Property property, int row) override;
     void showAll() override;
 
  protected:
-    bool keyPressed(QKeyEvent&) override { return false; }
+    virtual void showCaption() = 0;
+};
+
+class LabelBinding final : public CaptionBinding {
+ public:
+    LabelBinding(FormView& view, forms::Label& label, QLabel& widget);
 
  private:
-    void showCaption();
+    void showCaption() override;
     forms::Label& label_;
     QLabel& text_;
 };
 
-class FrameBinding final : public Binding {
+class FrameBinding final : public CaptionBinding {
  public:
     FrameBinding(FormView& view, forms::Frame& frame, QWidget& widget);
-    void show(forms::Property property, int row) override;
-    void showAll() override;
-
- protected:
-    bool keyPressed(QKeyEvent&) override { return false; }
 
  private:
-    void showCaption();
+    void showCaption() override;
     forms::Frame& frame_;
 };
 
@@ -46,6 +56,8 @@ class TabBinding final : public Binding {
 
  protected:
     bool keyPressed(QKeyEvent& event) override;
+    /// A press that a field of the page leaves over comes here too: it is none on the tabs.
+    [[nodiscard]] bool goesOnPress() const override { return false; }
 
  private:
     void showTabs();
@@ -53,14 +65,11 @@ class TabBinding final : public Binding {
     QTabWidget& tabs_;
 };
 
-class ProgressBinding final : public Binding {
+class ProgressBinding final : public SilentBinding {
  public:
     ProgressBinding(FormView& view, forms::ProgressBar& bar, QProgressBar& widget);
     void show(forms::Property property, int row) override;
     void showAll() override;
-
- protected:
-    bool keyPressed(QKeyEvent&) override { return false; }
 
  private:
     forms::ProgressBar& bar_;

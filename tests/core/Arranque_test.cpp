@@ -6,6 +6,7 @@
 #include "core/Programa.h"
 #include "core/frm01_Inicio.h"
 #include "core/frm03_Principal.h"
+#include "support/Interrupcion.h"
 
 /// The run of the program from its start to the identification, and what can stop it.
 namespace tarmel {
@@ -101,22 +102,14 @@ TEST_F(Arranque, LaFechaDelDiaComoSeisCifras) {
 struct Averia {
     const char* nombre;
     std::function<void(const QString& base)> causar;
+    const char16_t* dice;  ///< the box, in part
 };
 
-class BaseAveriada : public Programa, public testing::WithParamInterface<Averia> {};
-
-TEST_P(BaseAveriada, CajaFinYFicheroIntacto) {
-    GetParam().causar(base());
-    const QByteArray antes = leer(u"Tarmel_11.mdb"_s);
-    const QStringList ficherosAntes = ficheros();
-
-    EXPECT_TRUE(termina([] { Main(); }));
-    ASSERT_EQ(host.cajas.size(), 1u);
-    EXPECT_EQ(host.cajas[0].title, u"Tarmel"_s);
-    EXPECT_EQ(host.cajas[0].buttons, forms::box::Critical);
-    EXPECT_TRUE(host.cajas[0].text.startsWith(u"Error nº "_s)) << host.cajas[0].text.toStdString();
-    EXPECT_EQ(leer(u"Tarmel_11.mdb"_s), antes);
-    EXPECT_EQ(ficheros(), ficherosAntes);
+void sobrescribir(const QString& ruta, const QByteArray& contenido, qint64 desde = -1) {
+    QFile fichero(ruta);
+    ASSERT_TRUE(fichero.open(desde < 0 ? QIODevice::WriteOnly : QIODevice::ReadWrite));
+    fichero.seek(std::max<qint64>(0, desde));
+    fichero.write(contenido);
 }
 
 void cortar(const QString& base) {
@@ -124,20 +117,89 @@ void cortar(const QString& base) {
     ASSERT_TRUE(fichero.resize(fichero.size() / 2));
 }
 
-void sustituir(const QString& base, const QByteArray& contenido) {
-    QFile fichero(base);
-    ASSERT_TRUE(fichero.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    fichero.write(contenido);
+/// Damage that only a whole check finds, and what a program leaves that was not closed.
+void dañarPorDentro(const QString& base) {
+    sobrescribir(base, QByteArray(4096, '\xee'), QFileInfo(base).size() / 2 / 4096 * 4096);
+    sobrescribir(base + u"-wal"_s, {});
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , BaseAveriada,
-    testing::Values(Averia{"NoEsBase", [](const QString& base) { sustituir(base, QByteArray(8192, 'x')); }},
-                    Averia{"Vacia", [](const QString& base) { sustituir(base, {}); }},
-                    Averia{"Cortada", cortar},
-                    Averia{"SoloLectura",
-                           [](const QString& base) { QFile::setPermissions(base, QFile::ReadOwner); }}),
-    [](const auto& caso) { return std::string(caso.param.nombre); });
+void ponerBaseAjena(const QString& base) {
+    QFile::remove(base);
+    ado::Connection ajena;
+    ajena.OpenFile(base, true);
+    ajena.Execute(u"CREATE TABLE Discos (Titulo VARCHAR(50))"_s);
+}
+
+const Averia kAverias[] = {
+    {"NoEsBase", [](const QString& base) { sobrescribir(base, QByteArray(8192, 'x')); },
+     u"no es una base de datos"},
+    {"Vacia", [](const QString& base) { sobrescribir(base, {}); }, u"no es una base de datos"},
+    {"Cortada", cortar, u"está incompleto"},
+    {"PaginaSobrescrita", dañarPorDentro, u"está dañado"},
+    {"Ajena", ponerBaseAjena, u"es una base de datos de otro programa"},
+    {"SoloLectura", [](const QString& base) { QFile::setPermissions(base, QFile::ReadOwner); }, u"Error nº "},
+};
+
+class BaseAveriada : public Programa, public testing::WithParamInterface<Averia> {
+ protected:
+    void ponerCopia(const QString& nombre, bool buena) const {
+        ASSERT_TRUE(QDir().mkpath(ruta(u"Copias"_s)));
+        const QString copia = ruta(u"Copias/"_s + nombre);
+        ASSERT_TRUE(QFile::copy(base(), copia));
+        if (!buena) cortar(copia);
+    }
+};
+
+TEST_P(BaseAveriada, CajaFinYFicheroIntacto) {
+    ponerCopia(u"Tarmel_11_2010-05-01_080000.mdb"_s, true);
+    ponerCopia(u"Tarmel_11_2010-05-02_081502.mdb"_s, true);
+    ponerCopia(u"Tarmel_11_2010-05-03_080000.mdb"_s, false);
+    GetParam().causar(base());
+    const QByteArray antes = leer(u"Tarmel_11.mdb"_s);
+    const QStringList ficherosAntes = ficheros();
+
+    EXPECT_TRUE(termina([] { Main(); }));
+    ASSERT_EQ(host.cajas.size(), 1u);
+    const QString texto = host.cajas[0].text;
+    EXPECT_EQ(host.cajas[0].buttons, forms::box::Critical);
+    EXPECT_TRUE(texto.contains(QString::fromUtf16(GetParam().dice))) << texto.toStdString();
+    EXPECT_EQ(texto.contains(u"es Tarmel_11_2010-05-02_081502.mdb, del 02/05/2010 a las 08:15,"_s),
+              !texto.startsWith(u"Error nº "_s))
+        << texto.toStdString();
+    EXPECT_EQ(leer(u"Tarmel_11.mdb"_s), antes);
+    EXPECT_EQ(ficheros(), ficherosAntes);
+}
+
+INSTANTIATE_TEST_SUITE_P(, BaseAveriada, testing::ValuesIn(kAverias),
+                         [](const auto& caso) { return std::string(caso.param.nombre); });
+
+TEST_F(Arranque, RevisaLaBaseTrasUnCierreInesperadoYSigue) {
+    escribir(u"Tarmel_11.mdb-wal"_s, {});
+    registrarPantallas();
+    auto& portada = forms::pantallas().Get<frm01_Inicio>();  // its load has run
+    EXPECT_TRUE(gConexion.IsOpen());
+    EXPECT_EQ(portada.Label1.Caption(), u"Cargando la aplicación, espere un momento..."_s);
+    EXPECT_TRUE(host.cajas.empty());
+}
+
+TEST_F(Arranque, UnaCopiaPuestaTrasUnaCaidaNoRecibeElDiarioDeOtra) {
+    const Corrida caida = correr(
+        [](const Avisar& avisar) {
+            Main();
+            avisar("empieza");
+            for (int i = 1;; ++i)
+                sql(u"INSERT INTO ANIMAT (IdAnillador, CodigoAnillador, NombreAnillador) VALUES (%1, %1, 'X')"_s
+                        .arg(i));
+        },
+        40);
+    ASSERT_TRUE(caida.muerto);
+    ASSERT_GT(QFileInfo(base() + u"-wal"_s).size(), 0);
+    QFile::remove(base());
+    ASSERT_TRUE(QFile::copy(basePreparada(), base()));
+    arrancar();
+    EXPECT_EQ(filas(u"SELECT Count(*) FROM ANIMAT"_s), u"0"_s);
+    EXPECT_GT(QFileInfo(base() + u"-wal.anterior"_s).size(), 0) << "put aside, not removed";
+}
 
 TEST_F(Arranque, BaseBloqueadaPorOtroPrograma) {
     sqlite3* otro = nullptr;

@@ -11,7 +11,7 @@
 #include "core/RegistroPantallas.h"
 #include "core/frm02_Matricula.h"
 #include "database/Esquema.h"
-#include "platform/ado/Recordset.h"
+#include "platform/ado/Support.h"
 #include "platform/basic/Printers.h"
 #include "platform/basic/Text.h"
 #include "platform/forms/Pantallas.h"
@@ -93,18 +93,7 @@ class Programa : public testing::Test {
 
     static void sql(const QString& orden) { gConexion.Execute(orden); }
     /// The rows of a statement: fields joined by ";", rows by "|", Null empty.
-    static QString filas(const QString& consulta) {
-        ado::Recordset rs;
-        rs.Open(consulta, gConexion);
-        QStringList todas;
-        for (; !rs.Eof(); rs.MoveNext()) {
-            QStringList fila;
-            for (int i = 0; i < rs.FieldCount(); ++i)
-                fila << rs.Text(i);
-            todas << fila.join(u';');
-        }
-        return todas.join(u'|');
-    }
+    static QString filas(const QString& consulta) { return ado::test::rowsOf(gConexion, consulta); }
 
     static void escribirEn(forms::Form& pantalla, forms::TextBox& caja, const QString& texto) {
         pantalla.UserGoTo(caja);
@@ -114,7 +103,6 @@ class Programa : public testing::Test {
 
     Host host;
 
- private:
     /// Made once for all tests of the process.
     static QString basePreparada() {
         static const QTemporaryDir carpeta;
@@ -126,6 +114,7 @@ class Programa : public testing::Test {
         return base;
     }
 
+ private:
     QTemporaryDir carpeta_;
 };
 

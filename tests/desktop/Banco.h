@@ -26,7 +26,10 @@ class PlannedAnswers : public Answerer {
         answers.erase(answers.begin());
         return next;
     }
-    std::optional<QString> answerFileDialogue(const forms::FileDialogue&) override { return std::nullopt; }
+    std::optional<QString> answerFileDialogue(const forms::FileDialogue&) override { return file; }
+    void reportRuns(const report::Document& document) override {
+        if (inReport) inReport(document);
+    }
     void modalRuns(forms::Form& form) override {
         if (inModal) inModal(form);
     }
@@ -35,6 +38,8 @@ class PlannedAnswers : public Answerer {
     QStringList asked;
     std::function<void(QMessageBox&)> look;
     std::function<void(forms::Form&)> inModal;
+    std::function<void(const report::Document&)> inReport;
+    std::optional<QString> file;  ///< that every file dialogue is given
 };
 
 /// A desktop off screen, and nothing on it.

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QStackedWidget>
+#include <QTabWidget>
 
 #include "Banco.h"
 #include "core/frm01_Inicio.h"
@@ -13,9 +14,15 @@
 #include "exchange/frm05_ActualizarEspecies.h"
 #include "exchange/frm09_ImportarDatos.h"
 #include "exchange/frm10_ExportarDatos.h"
+#include "queries/frm11_Consultas.h"
+#include "queries/frm12_OpcionesConsulta.h"
+#include "queries/frm14_ContadorRegistros.h"
 #include "sheets/frm06_HojasCampo.h"
 #include "sheets/frm07_DetallesHojasCampo.h"
+#include "sheets/frm08_ImprimirHojas.h"
+#include "sheets/frm13_BorrarRegistrosAnteriores.h"
 #include "store/frm15_AlmacenAnillas.h"
+#include "store/frm16_ConsultaAnillas.h"
 #include "store/frm17_GestionAnillas.h"
 #include "store/frm18_SeleccionAnillas.h"
 
@@ -118,6 +125,12 @@ TEST_P(PantallasTest, NothingIsClippedOnTheSmallestDisplay) {
     };
     const auto stacks = surface.findChildren<QStackedWidget*>(QStringLiteral("decoCapas"));
     if (stacks.isEmpty()) check();
+    for (auto* tabs : surface.findChildren<QTabWidget*>()) {
+        for (int i = 0; i < tabs->count(); ++i) {
+            tabs->setCurrentIndex(i);
+            check();
+        }
+    }
     for (auto* stack : stacks) {
         for (int i = 0; i < stack->count(); ++i) {
             stack->setCurrentIndex(i);
@@ -125,6 +138,19 @@ TEST_P(PantallasTest, NothingIsClippedOnTheSmallestDisplay) {
         }
     }
     EXPECT_GT(checked, 0);
+}
+
+TEST_F(DesktopTest, PagesTurnByControlAndTabAndNotByAPressBetweenTheirFields) {
+    frm11_Consultas form;
+    FormView view(escritorio, form, viewKind(frm11_Consultas::kName)->build(), Place::Dialog);
+    view.surface().show();
+    form.UserGoTo(form.dbcboEspecie);
+    QTest::mouseClick(view.widgetOf(form.fraEspecies), Qt::LeftButton, {}, {3, 3});
+    EXPECT_EQ(form.ActiveControl(), &form.dbcboEspecie);
+    QTest::keyClick(view.widgetOf(form.dbcboEspecie), Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(form.SSTab1.Tab(), 1);
+    form.UserKey(forms::key::Tab);
+    EXPECT_EQ(form.ActiveControl(), &form.DesdeAnillamiento);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -136,9 +162,15 @@ INSTANTIATE_TEST_SUITE_P(
                     Screen{frm05_ActualizarEspecies::kName, &make<frm05_ActualizarEspecies>},
                     Screen{frm06_HojasCampo::kName, &make<frm06_HojasCampo>},
                     Screen{frm07_DetallesHojasCampo::kName, &make<frm07_DetallesHojasCampo>},
+                    Screen{frm08_ImprimirHojas::kName, &make<frm08_ImprimirHojas>},
                     Screen{frm09_ImportarDatos::kName, &make<frm09_ImportarDatos>},
                     Screen{frm10_ExportarDatos::kName, &make<frm10_ExportarDatos>},
+                    Screen{frm13_BorrarRegistrosAnteriores::kName, &make<frm13_BorrarRegistrosAnteriores>},
+                    Screen{frm14_ContadorRegistros::kName, &make<frm14_ContadorRegistros>},
+                    Screen{frm11_Consultas::kName, &make<frm11_Consultas>},
+                    Screen{frm12_OpcionesConsulta::kName, &make<frm12_OpcionesConsulta>},
                     Screen{frm15_AlmacenAnillas::kName, &make<frm15_AlmacenAnillas>},
+                    Screen{frm16_ConsultaAnillas::kName, &make<frm16_ConsultaAnillas>},
                     Screen{frm17_GestionAnillas::kName, &make<frm17_GestionAnillas>},
                     Screen{frm18_SeleccionAnillas::kName, &make<frm18_SeleccionAnillas>}),
     [](const auto& row) { return row.param.name.toStdString(); });
