@@ -7,6 +7,8 @@ namespace tarmel::bench {
 
 void addStatements();
 void addCapture();
+void addAccess();
 void addLista();
+void addConsultas();
 
 }  // namespace tarmel::bench

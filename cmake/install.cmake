@@ -2,7 +2,7 @@
 # and Consultas) is put there once and never overwritten.
 
 set(folder Tarmel)
-install(TARGETS Tarmel RUNTIME DESTINATION ${folder})
+install(TARGETS Tarmel tarmel_access RUNTIME DESTINATION ${folder})
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs/manual/ DESTINATION ${folder}/ayuda FILES_MATCHING
         PATTERN "*.html" PATTERN "*.css" PATTERN "*.png" PATTERN "*.svg")
 install(CODE "

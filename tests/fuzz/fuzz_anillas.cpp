@@ -57,8 +57,8 @@ void comprobarSiguiente(HostDePrueba& host, const QString& tecleada) {
     const QString resultado = tarmel::SiguienteAnilla(siguiente);
     expect(resultado == siguiente, "the argument becomes the ring that follows", tecleada);
 
-    static const QRegularExpression serie(QStringLiteral("^(?:[A-Y][0-9]{5}|[A-Z]{2}[0-9]{4})$"));
-    static const QRegularExpression ultima(QStringLiteral("^[A-Z]+9+$"));
+    static const QRegularExpression serie(QStringLiteral("^(?:[A-Y][0-9]{5}|[A-Z]{2}[0-9]{4})\\z"));
+    static const QRegularExpression ultima(QStringLiteral("^[A-Z]+9+\\z"));
     if (!serie.match(tecleada).hasMatch() || ultima.match(tecleada).hasMatch()) return;
     QString antes = tecleada;
     QString despues = siguiente;

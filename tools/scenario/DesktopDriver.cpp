@@ -22,6 +22,7 @@
 #include "core/DefinicionesGlobales.h"
 #include "core/General.h"
 #include "desktop/FormView.h"
+#include "desktop/VistaInforme.h"
 #include "platform/basic/Text.h"
 #include "platform/forms/Pantallas.h"
 
@@ -352,7 +353,23 @@ std::optional<QString> DesktopDriver::answerFileDialogue(const forms::FileDialog
 }
 
 void DesktopDriver::modalRuns(forms::Form& form) {
-    runner_.modalRuns(form);
+    runner_.modalRuns([&] { return form.IsShown(); });
+}
+
+void DesktopDriver::reportRuns(const report::Document& document) {
+    runner_.modalRuns([&] { return escritorio_.previewOf(document) != nullptr; });
+}
+
+std::vector<OpenReport> DesktopDriver::reports() const {
+    std::vector<OpenReport> all;
+    for (const auto& preview : escritorio_.previews())
+        all.push_back(
+            {preview->document(), preview->isModal() ? forms::Modality::Modal : forms::Modality::Modeless});
+    return all;
+}
+
+void DesktopDriver::closeReport() {
+    run([&] { escritorio_.previews().back()->close(); });
 }
 
 QString DesktopDriver::shot(const QString& name) {

@@ -45,11 +45,14 @@ class DesktopDriver final : public Driver, public desktop::Answerer {
     void clickTool(forms::Toolbar& bar, const QString& key) override;
     void clickPanel(forms::StatusBar& bar, const QString& key) override;
     void close(forms::Form& form) override;
+    [[nodiscard]] std::vector<OpenReport> reports() const override;
+    void closeReport() override;
     QString shot(const QString& name) override;
 
     std::optional<int> answerBox(const forms::MessageBox& message, QMessageBox& widget) override;
     std::optional<QString> answerFileDialogue(const forms::FileDialogue& dialogue) override;
     void modalRuns(forms::Form& form) override;
+    void reportRuns(const report::Document& document) override;
 
  private:
     void run(const std::function<void()>& action);

@@ -2,14 +2,23 @@
 
 #include <QString>
 #include <functional>
+#include <memory>
+#include <vector>
 
 #include "platform/forms/Form.h"
+#include "platform/report/Document.h"
 
 namespace tarmel::scenario {
 
 /// A step that no hand could do.
 struct Refused {
     QString why;
+};
+
+/// A report whose preview is open.
+struct OpenReport {
+    std::shared_ptr<report::Document> document;
+    forms::Modality modality;
 };
 
 /// The hands of a scenario: how each thing that a user does reaches the screens. One driver acts on the
@@ -49,6 +58,10 @@ class Driver {
     virtual void clickTool(forms::Toolbar& bar, const QString& key) = 0;
     virtual void clickPanel(forms::StatusBar& bar, const QString& key) = 0;
     virtual void close(forms::Form& form) = 0;
+    /// The previews that are open, the one in front last.
+    [[nodiscard]] virtual std::vector<OpenReport> reports() const = 0;
+    /// Closes the one in front.
+    virtual void closeReport() = 0;
 
     /// A picture of the main window or the screen in front; the file's path, empty when this driver makes
     /// none.

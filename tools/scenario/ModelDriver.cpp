@@ -1,6 +1,7 @@
 #include "scenario/ModelDriver.h"
 
 #include <QDir>
+#include <algorithm>
 #include <utility>
 
 #include "core/DefinicionesGlobales.h"
@@ -20,6 +21,7 @@ ModelDriver::~ModelDriver() {
 
 /// What a process that ends leaves behind in memory: nothing.
 void ModelDriver::forgetProgram() {
+    reports_.clear();
     forms::pantallas().Reset();
     reiniciarSesion();
     instance_.reset();
@@ -65,7 +67,24 @@ void ModelDriver::EndProgram() {
 }
 
 void ModelDriver::RunModal(forms::Form& form) {
-    runner_.modalRuns(form);
+    runner_.modalRuns([&] { return form.IsShown(); });
+}
+
+void ModelDriver::ShowReport(const std::shared_ptr<report::Document>& document, forms::Modality modality) {
+    reports_.push_back({document, modality});
+    if (modality == forms::Modality::Modeless) return;
+    runner_.modalRuns([&] {
+        return std::any_of(reports_.begin(), reports_.end(),
+                           [&](const OpenReport& report) { return report.document == document; });
+    });
+}
+
+void ModelDriver::closeReport() {
+    guard([&] {
+        const std::shared_ptr<report::Document> document = reports_.back().document;
+        document->close();
+        reports_.pop_back();
+    });
 }
 
 void ModelDriver::bringForward(forms::Form& form) {

@@ -39,6 +39,8 @@ class ModelDriver final : public Driver, public forms::Host {
     void clickTool(forms::Toolbar& bar, const QString& key) override;
     void clickPanel(forms::StatusBar& bar, const QString& key) override;
     void close(forms::Form& form) override;
+    [[nodiscard]] std::vector<OpenReport> reports() const override { return reports_; }
+    void closeReport() override;
     QString shot(const QString&) override { return {}; }
 
     int ShowBox(const forms::MessageBox& message) override { return runner_.dialogues().answer(message); }
@@ -53,6 +55,7 @@ class ModelDriver final : public Driver, public forms::Host {
     std::optional<QString> OpenFileDialogue(const forms::FileDialogue& dialogue) override {
         return runner_.dialogues().pick(dialogue);
     }
+    void ShowReport(const std::shared_ptr<report::Document>& document, forms::Modality modality) override;
     void ShowHelp(const QString&) override {}
     void ShowDateTimeSettings() override {}
     [[nodiscard]] QString ApplicationPath() const override { return folder_; }
@@ -67,6 +70,7 @@ class ModelDriver final : public Driver, public forms::Host {
     QString folder_;
     std::function<void()> program_;
     mutable std::unique_ptr<sys::SingleInstance> instance_;  ///< held while the program runs
+    std::vector<OpenReport> reports_;
     bool ended_ = false;
     int depth_ = 0;
 };

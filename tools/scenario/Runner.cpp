@@ -92,8 +92,8 @@ bool Runner::runNext() {
     return true;
 }
 
-void Runner::modalRuns(forms::Form& form) {
-    while (form.IsShown() && !driver_->ended()) {
+void Runner::modalRuns(const std::function<bool()>& isOpen) {
+    while (!driver_->ended() && isOpen()) {
         if (!runNext()) return driver_->abandon();
     }
 }
@@ -192,7 +192,7 @@ void Runner::act(const Step& step) {
             return driver_->clickPanel(bar, step.text);
         }
         case Verb::Close:
-            if (step.target.screen == "report"_L1) throw Refused{u"no report is open"_s};
+            if (step.target.screen == "report"_L1) return closeReport();
             return driver_->close(actingForm(step.target.screen));
         default:
             return;
@@ -212,6 +212,11 @@ forms::Form& Runner::actingForm(const QString& name) {
     forms::Form& form = openForm(name);
     if (!form.IsShown()) throw Refused{name + u" is not shown"_s};
     if (forms::pantallas().IsBlocked(form)) throw Refused{u"a modal screen lies over "_s + name};
+    for (const OpenReport& report : driver_->reports()) {
+        if (report.modality == forms::Modality::Modal) {
+            throw Refused{u"%1 lies over %2"_s.arg(report.document->report().name, name)};
+        }
+    }
     if (!form.IsFrameWindow && forms::pantallas().Active() != &form) driver_->bringForward(form);
     return form;
 }
@@ -378,6 +383,17 @@ void Runner::row(const Step& step) {
     if (number > list.Count()) throw Refused{u"the list has %1 rows"_s.arg(list.Count())};
     if (step.verb == Verb::Row) return driver_->clickRow(list, number - 1);
     driver_->doubleClickRow(list, number - 1);
+}
+
+void Runner::closeReport() {
+    const std::vector<OpenReport> reports = driver_->reports();
+    if (reports.empty()) throw Refused{u"no report is open"_s};
+    if (reports.back().modality == forms::Modality::Modeless) {
+        for (const forms::Form* form : forms::pantallas().All()) {
+            if (form->IsShown() && form->IsModal()) throw Refused{form->Name() + u" lies over the report"_s};
+        }
+    }
+    driver_->closeReport();
 }
 
 // --- The database
@@ -548,8 +564,23 @@ void Runner::meetProperty(const Expectation& expectation) {
     compare(target.text() + u'.' + expectation.property, expectation.value, *is);
 }
 
-void Runner::meetReport(const Expectation&) {
-    fail(u"no report is open"_s);
+void Runner::meetReport(const Expectation& expectation) {
+    const std::vector<OpenReport> reports = driver_->reports();
+    if (reports.empty()) return fail(u"no report is open"_s);
+    report::Document& document = *reports.back().document;
+    const QString& name = document.report().name;
+    if (!expectation.name.isEmpty() && expectation.name != name) return fail(u"the report is "_s + name);
+    for (const Clause& clause : expectation.clauses) {
+        if (clause.name == "contains"_L1) {
+            const QString text = document.text();
+            if (!text.contains(clause.value)) return fail(u"the report says "_s + onOneLine(text));
+            continue;
+        }
+        const bool areRows = clause.name == "rows"_L1;
+        const int is = areRows ? document.rowCount() : document.pageCount();
+        if (is != clause.number) return fail(u"the report has %1 %2"_s.arg(is).arg(clause.name));
+    }
+    pass();
 }
 
 void Runner::meetFile(const Expectation& expectation) {

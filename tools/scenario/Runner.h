@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QTextStream>
+#include <functional>
 #include <optional>
 
 #include "platform/forms/Form.h"
@@ -32,9 +33,9 @@ class Runner {
 
     /// Plays one file from a program that has not been started to its end.
     void play(const QString& file);
-    /// A modal screen has opened within a step: plays the lines that follow until it closes, the program has
-    /// ended, or the file is at its end, in which case the program is abandoned.
-    void modalRuns(forms::Form& form);
+    /// A modal screen or report has opened within a step: plays the lines that follow until it closes, the
+    /// program has ended, or the file is at its end, in which case the program is abandoned.
+    void modalRuns(const std::function<bool()>& isOpen);
 
  private:
     bool runNext();
@@ -62,6 +63,7 @@ class Runner {
     void countUnexpectedEnd();
     [[nodiscard]] bool isRunning() const { return program_ == Program::Running; }
 
+    void closeReport();
     [[nodiscard]] forms::Form& openForm(const QString& name) const;
     forms::Form& actingForm(const QString& name);
     /// The main window, to act on it; and to look at it alone.
