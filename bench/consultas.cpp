@@ -1,16 +1,21 @@
-// A query over a hundred thousand captures: the refill of the work table with all ringings, and the listing
-// written from it, each beside plain SQLite doing the same to the same file.
+// A query over a hundred thousand captures: the refill of the work table with all ringings, the listing
+// written from it, and its report, each beside plain SQLite doing the same to the same file.
 
 #include "queries/Consultas.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <functional>
+#include <memory>
+#include <utility>
 
 #include "Figures.h"
 #include "Host.h"
 #include "database/Esquema.h"
+#include "platform/report/Document.h"
 #include "populate/Poblacion.h"
+#include "queries/Informes.h"
 
 namespace {
 
@@ -102,9 +107,56 @@ void listingPlain(benchmark::State& state, const char* synchronous) {
     }
 }
 
+/// Stands in for the preview.
+class ReportHost : public Host {
+ public:
+    explicit ReportHost(std::function<void(tarmel::report::Document&)> look) : look_(std::move(look)) {}
+    void ShowReport(const std::shared_ptr<tarmel::report::Document>& document,
+                    tarmel::forms::Modality) override {
+        look_(*document);
+    }
+
+ private:
+    std::function<void(tarmel::report::Document&)> look_;
+};
+
+void showReport(benchmark::State& state, const std::function<void(tarmel::report::Document&)>& look) {
+    const ReportHost host(look);
+    tarmel::gConexion.OpenFile(base());
+    rowsOfSelection();
+    for (auto _ : state)
+        tarmel::mostrarRepHojCamC();
+    tarmel::reiniciarSesion();
+}
+
+/// What stands on the screen when the preview opens.
+void firstPageOurs(benchmark::State& state, const char*) {
+    showReport(state, [](tarmel::report::Document& document) {
+        benchmark::DoNotOptimize(document.page(0).items.size());
+    });
+}
+
+/// What a print of the whole needs.
+void allPagesOurs(benchmark::State& state, const char*) {
+    showReport(state, [](tarmel::report::Document& document) {
+        const int pages = document.pageCount();
+        for (int i = 0; i < pages; ++i)
+            benchmark::DoNotOptimize(document.page(i).items.size());
+    });
+}
+
+void reportPlain(benchmark::State& state, const char* synchronous) {
+    Plain plain(base(), synchronous);
+    sqlite3_stmt* const rows = plain.prepare("SELECT * FROM Consultas ORDER BY NumHoja, NumRegistro");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(readAll(rows));
+}
+
 }  // namespace
 
 void tarmel::bench::addConsultas() {
     add({{"selection_of_100000", selectionOurs, selectionPlain, 2.0},
-         {"listing_of_100000", listingOurs, listingPlain, 3.0}});
+         {"listing_of_100000", listingOurs, listingPlain, 3.0},
+         {"report_first_page_of_100000", firstPageOurs, reportPlain, 0.1},
+         {"report_all_pages_of_100000", allPagesOurs, reportPlain, 3.0}});
 }

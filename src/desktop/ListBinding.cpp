@@ -15,6 +15,16 @@ using forms::Property;
 namespace {
 // The widths were made for smaller letters, of fifteen twips a pixel.
 constexpr int kTwipsPerPixel = 12;
+
+/// A row is one line high: remarks of several lines stand behind each other.
+QString inOneLine(const QString& text) {
+    const auto isBreak = [](QChar c) { return c == u'\n' || c == u'\r'; };
+    if (std::ranges::none_of(text, isBreak)) return text;
+    QString line = text;
+    line.replace(QLatin1String("\r\n"), QLatin1String(" "));
+    std::ranges::replace_if(line, isBreak, u' ');
+    return line;
+}
 }  // namespace
 
 // --- Rows
@@ -31,7 +41,8 @@ QVariant ListRows::data(const QModelIndex& index, int role) const {
     if (!list_ || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) return {};
     if (index.row() >= list_->Count() || index.column() >= list_->ColumnCount()) return {};
     // The blanks in front, which make numbers sort, are not for the eye.
-    return list_->Cell(index.row(), index.column()).trimmed();
+    const QString text = list_->Cell(index.row(), index.column()).trimmed();
+    return role == Qt::DisplayRole ? inOneLine(text) : text;
 }
 
 QVariant ListRows::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -149,14 +160,17 @@ void ListBinding::showColumns() {
     QHeaderView& header = *tree_.header();
     constexpr int kSortMark = 18;
     const int padding = header.fontMetrics().averageCharWidth() * 3 + kSortMark;
+    int visible = 0;
     for (int i = 0; i < list_.ColumnCount(); ++i) {
         const auto& column = list_.ColumnAt(i);
         header.setSectionHidden(i, column.width == 0);
         if (column.width == 0) continue;
+        ++visible;
         // Narrower than its title no column is of use.
         const int title = header.fontMetrics().horizontalAdvance(column.title) + padding;
         header.resizeSection(i, std::max(column.width / kTwipsPerPixel, title));
     }
+    header.setStretchLastSection(visible == 1);  // a column alone has the list to itself
 }
 
 void ListBinding::showSelection() {

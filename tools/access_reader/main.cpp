@@ -64,7 +64,7 @@ unsigned long long tellRows(MdbHandle* file, const Table& table) {
     Rows rows(table);
     std::string row;
     while (const auto* fields = rows.next()) {
-        row = "W";
+        row.assign(1, 'W');
         for (const Field& field : *fields)
             appendValue(row, file, field);
         row += '\n';
