@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/ptrace.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,6 +12,7 @@
 #include <csignal>
 #include <cstdio>
 #include <set>
+#include <string>
 
 namespace tarmel {
 
@@ -97,7 +99,13 @@ class Observador {
         if (!escribeEnFichero(llamada)) return empezado_ && (cambiaNombres(llamada) || creaFichero(info));
         const auto fichero = static_cast<int>(info.entry.args[0]);
         if (fichero == aviso_) empezado_ = true;
-        return empezado_ && fichero != aviso_ && fichero > STDERR_FILENO;
+        return empezado_ && fichero > STDERR_FILENO && esDelDisco(fichero);
+    }
+    /// Pipes, sockets and wake-ups between threads come and go as time has it.
+    [[nodiscard]] bool esDelDisco(int fichero) const {
+        const std::string abierto = "/proc/" + std::to_string(hijo_) + "/fd/" + std::to_string(fichero);
+        struct stat datos {};
+        return ::stat(abierto.c_str(), &datos) == 0 && (S_ISREG(datos.st_mode) || S_ISDIR(datos.st_mode));
     }
 
     pid_t hijo_;
