@@ -301,6 +301,8 @@ const std::vector<Indice>& indicesDelEsquema() {
         {u"ANIAHO"_s, {u"IdEspecie"_s}},
         {u"ANIAHO"_s, {u"CodigoEspecie"_s}},
         {u"ALMACEN"_s, {u"Modelo"_s, u"Inscripcion"_s}},
+        // The printed listing begins before its rows could be sorted.
+        {u"Consultas"_s, {u"NumHoja"_s, u"NumRegistro"_s}},
     };
     return indices;
 }

@@ -1,5 +1,6 @@
 #include "platform/report/TextFit.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tarmel::report {
@@ -29,7 +30,12 @@ QString marked(const QString& text, double width, const TextMeasure& measure, co
     return kept + kCutMark;
 }
 
+bool hasBreaks(const QString& text) {
+    return std::ranges::any_of(text, [](QChar c) { return c == u'\r' || c == u'\n' || c == u'\t'; });
+}
+
 QStringList paragraphs(QString text) {
+    if (!hasBreaks(text)) return {text};
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     text.replace(u'\r', u'\n');
     text.replace(u'\t', u' ');
@@ -61,7 +67,7 @@ QString takeLine(QString& rest, double width, const TextMeasure& measure, const 
 }  // namespace
 
 QString cutLine(const QString& text, double width, const TextMeasure& measure, const Font& font) {
-    const QString line = paragraphs(text).join(u' ').trimmed();
+    const QString line = (hasBreaks(text) ? paragraphs(text).join(u' ') : text).trimmed();
     if (line.isEmpty() || measure.width(line, font) <= width) return line;
     return marked(line, width, measure, font);
 }
