@@ -100,6 +100,8 @@ void frm02_Matricula::FormKeyPress(int& character) {
     if (!txtCodAnillador.Text().isEmpty()) return;
     forms::MsgBox(u"Debe introducir el código de un anillador"_s);
     txtCodAnillador.SetFocus();
+    // Leaving the code of a group or entity has sent the focus on to its name.
+    if (ActiveControl() != &txtCodAnillador) txtCodAnillador.SetFocus();
 }
 
 void frm02_Matricula::txtCodAnillador_LostFocus() {
