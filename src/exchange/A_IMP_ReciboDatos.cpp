@@ -191,7 +191,6 @@ int leerCabecera(LectorFichero& fichero) {
 bool importarTabla(const QString& tabla, Avance& avance) {
     avance.filas(contarFilas(gFicheroImportado));
     LectorFichero fichero(gFicheroImportado);
-    if (fichero.fin()) return true;
     const int numCampos = leerCabecera(fichero);
     Lote lote(gConexion);
     while (!fichero.fin()) {

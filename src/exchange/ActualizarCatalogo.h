@@ -14,7 +14,7 @@ class ActualizarCatalogo : public forms::Form {
     forms::Frame frmNombreFichero{*this, QStringLiteral("frmNombreFichero"), QStringLiteral("Fichero")};
     forms::Label Label1{*this, QStringLiteral("Label1")};
     forms::TextBox txtRuta{*this, QStringLiteral("txtRuta")};
-    forms::CommandButton cmdExaminar{*this, QStringLiteral("cmdExaminar"), QStringLiteral("&Examinar")};
+    forms::CommandButton cmdExaminar{*this, QStringLiteral("cmdExaminar"), QStringLiteral("Examinar")};
 
     forms::Frame SSPanel1{*this, QStringLiteral("SSPanel1")};
     forms::Label lblEspere{*this, QStringLiteral("lblEspere")};

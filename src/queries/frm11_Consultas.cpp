@@ -132,9 +132,6 @@ void frm11_Consultas::enlazarEventos() {
     B_SeleccionarEspecie.Click = [this] { B_SeleccionarEspecie_Click(); };
     B_BorrarLinea.Click = [this] { B_BorrarLinea_Click(); };
     B_BorrarTodo.Click = [this] { B_BorrarTodo_Click(); };
-    DesdeAnillamiento.KeyPress = [this](int& caracter) {
-        if (caracter == forms::key::Enter) HastaAnillamiento.SetFocus();
-    };
     B_SeleccionarAnillamiento.Click = [this] { B_SeleccionarAnillamiento_Click(); };
     B_BorrarSeleccion.Click = [this] { B_BorrarSeleccion_Click(); };
     for (const OpcionDeLugar& lugar : lugares_) {
@@ -162,6 +159,10 @@ void frm11_Consultas::Load() {
         OptionA5.SetValue(true);
         llenarListas();
     });
+}
+
+void frm11_Consultas::FormKeyPress(int& character) {
+    EnterComoTab(*this, character);
 }
 
 void frm11_Consultas::llenarListas() {

@@ -144,6 +144,7 @@ class frm11_Consultas : public forms::Form {
 
  protected:
     void Load() override;
+    void FormKeyPress(int& character) override;
 
  private:
     static inline const QString kSinFechas = QStringLiteral("Ninguna");

@@ -102,7 +102,6 @@ void frm07_DetallesHojasCampo::prepararLista(Modo abierta) {
         return;
     }
     cubrirConLaLista();
-    cmdGrabar.SetEnabled(false);
     if (lstDetallesCabecerasHoja.Count() > 0) {
         lstDetallesCabecerasHoja.SetFocus();
         return;
@@ -140,6 +139,7 @@ void frm07_DetallesHojasCampo::cubrirConLaLista() {
     cmdVerListaCapturas.SetVisible(false);
     cmdVerCaptura.SetVisible(true);
     cmdModificar.SetVisible(true);
+    cmdGrabar.SetEnabled(false);
 }
 
 void frm07_DetallesHojasCampo::cmdVerListaCapturas_Click() {
@@ -150,7 +150,6 @@ void frm07_DetallesHojasCampo::cmdVerListaCapturas_Click() {
     cmdVerCaptura.SetVisible(hayFilas);
     cmdEliminar.SetEnabled(hayFilas);
     cmdModificar.SetEnabled(hayFilas);
-    cmdGrabar.SetEnabled(false);
     const int fila = filaDe(txtNumRegistro.Text());
     if (fila >= 0) lstDetallesCabecerasHoja.Select(fila);
     lstDetallesCabecerasHoja.SetFocus();
@@ -287,7 +286,6 @@ void frm07_DetallesHojasCampo::cmdSalir_Click() {
         Unload();
         return;
     }
-    cmdGrabar.SetEnabled(false);
     cubrirConLaLista();
     SetCaption(gListaDuplicados ? kListadoDuplicadas : kListado);
     lstDetallesCabecerasHoja.SetFocus();
@@ -305,7 +303,9 @@ void frm07_DetallesHojasCampo::lstDetallesCabecerasHoja_Click() {
 void frm07_DetallesHojasCampo::lstDetallesCabecerasHoja_DblClick() {
     if (lstDetallesCabecerasHoja.Selected() < 0) return;
     // A change of another row that was left with F7 is given up: its ring must not pass to this capture.
-    gModificando = false;
+    if (lstDetallesCabecerasHoja.SelectedText(captura::kAnilla) != gOriginalAnilla ||
+        lstDetallesCabecerasHoja.SelectedText(captura::kCentro) != gOriginalCentro)
+        gModificando = false;
     const bool deUnListado = enListado();
     tomarHojaDeLaFila();
     if (deUnListado) SetCaption(tituloDeHoja(lblTxtNumHoja.Caption()));

@@ -212,17 +212,18 @@ struct CasoHostil {
 };
 class Hostil : public Importacion, public testing::WithParamInterface<CasoHostil> {
  protected:
-    static QByteArray contenido(const QString& nombre) {
+    static std::optional<QByteArray> contenido(const QString& nombre) {
         QFile fichero(QStringLiteral(TARMEL_TESTS_DIR "/exchange/hostiles/") + nombre);
-        return fichero.open(QIODevice::ReadOnly) ? fichero.readAll() : QByteArray();
+        if (!fichero.open(QIODevice::ReadOnly)) return std::nullopt;
+        return fichero.readAll();
     }
 };
 using Fin = CasoHostil::Fin;
 
 TEST_P(Hostil, TerminaEnSuMensajeYNoTocaLoDemas) {
-    const QByteArray bytes = contenido(QString::fromUtf8(GetParam().fichero));
-    ASSERT_FALSE(bytes.isEmpty());
-    escribir(u"Datos/ANICHO.TXT"_s, bytes);
+    const auto bytes = contenido(QString::fromUtf8(GetParam().fichero));
+    ASSERT_TRUE(bytes);
+    escribir(u"Datos/ANICHO.TXT"_s, *bytes);
     bool leido = false;
     const int numero = errorOf([&] { leido = importar(); });
     EXPECT_EQ(numero, GetParam().numero);
@@ -243,6 +244,7 @@ INSTANTIATE_TEST_SUITE_P(
     Ficheros, Hostil,
     testing::Values(CasoHostil{"sin_cabecera.txt", Fin::Error, kSentencia},
                     CasoHostil{"cabecera_sin_clave.txt", Fin::Error, kSentencia},
+                    CasoHostil{"vacio.txt", Fin::Error, basic::error::PastEndOfFile},
                     CasoHostil{"solo_cabecera.txt", Fin::Bien}, CasoHostil{"campos_de_menos.txt", Fin::Bien},
                     CasoHostil{"campos_de_mas.txt", Fin::Problemas},
                     CasoHostil{"columna_desconocida.txt", Fin::Problemas},
