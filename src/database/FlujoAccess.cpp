@@ -141,11 +141,13 @@ basic::RuntimeError errorAccess(const QString& descripcion) {
 }
 
 void FlujoAccess::incomprensible() const {
-    const bool enFilas = estado_ == Estado::Filas;
-    throw errorAccess(
-        enFilas
-            ? u"Tabla %1, fila %2: lo leído no se entiende."_s.arg(tablas_[actual_].nombre).arg(filas_ + 1)
-            : u"Lo leído del archivo de Access no se entiende."_s);
+    if (estado_ == Estado::Filas)
+        throw errorAccess(
+            u"Tabla %1, fila %2: lo leído no se entiende."_s.arg(tablas_[actual_].nombre).arg(filas_ + 1));
+    if (estado_ == Estado::Definiciones && !tablas_.empty())
+        throw errorAccess(u"Tabla %1: lo leído de su definición, o de lo que la sigue, no se entiende."_s.arg(
+            tablas_.back().nombre));
+    throw errorAccess(u"Lo leído del archivo de Access no se entiende."_s);
 }
 
 void FlujoAccess::ajeno(QByteArrayView texto) {

@@ -234,6 +234,9 @@ bool esArchivoDeAccess(const QString& ruta) {
 
 TraidaAccess traerAccess(const QString& base, const QString& lector, const Avance& avance, int silencio) {
     const QString nueva = rutaNueva(base);
+    const QString carpeta = QFileInfo(base).path();
+    if (!QFileInfo(carpeta).isWritable())
+        throw errorAccess(u"En la carpeta «%1» no se puede escribir."_s.arg(carpeta));
     borrarRestos(nueva);
     try {
         const Huella antes = huellaDe(base);

@@ -45,6 +45,35 @@ TEST_F(ArchivoAccess, UnoDanadoSeDiceYElProgramaTermina) {
     EXPECT_FALSE(gConexion.IsOpen());
 }
 
+/// What no count would tell: a column that is read from another's place, and a table that the catalogue tells
+/// as something else.
+TEST_F(ArchivoAccess, DescripcionesDanadasNoVacianColumnasNiTablas) {
+    ArchivoJet jet(leer(u"Tarmel_11.mdb"_s));
+    const QByteArray sano = jet.bytes;
+    const quint32 capturas = jet.definicionCon("AC..0002", 150);
+    int variables = 0;
+    const auto rechazado = [&](qsizetype lugar, char bits) {
+        jet.bytes = sano;
+        jet.bytes[lugar] = static_cast<char>(jet.bytes[lugar] ^ bits);
+        escribir(u"Tarmel_11.mdb"_s, jet.bytes);
+        host.cajas.clear();
+        const bool dicho = termina([] { Main(); }) && host.cajas.size() == 1 &&
+                           host.cajas[0].text.contains(u"dañad"_s) && leer(u"Tarmel_11.mdb"_s) == jet.bytes;
+        cerrar();
+        return dicho;
+    };
+    for (const int columna : {0, 3, 20, 30}) {
+        const qsizetype lugar = jet.lugarDeColumna(capturas, columna);
+        EXPECT_TRUE(rechazado(lugar + ArchivoJet::kNumeroDeColumna, 0x40)) << columna;
+        // A column of fixed length has no use for the other number.
+        if ((sano[lugar + ArchivoJet::kMarcasDeColumna] & ArchivoJet::kEsFija) != 0) continue;
+        EXPECT_TRUE(rechazado(lugar + ArchivoJet::kLugarVariable, 0x40)) << columna;
+        ++variables;
+    }
+    EXPECT_GT(variables, 0);
+    EXPECT_TRUE(rechazado(jet.lugarEnCatalogo(capturas) + ArchivoJet::kTipoDeObjeto, 0x40));
+}
+
 /// Whenever it dies, the next start finds the Access file untouched, or the finished database and the Access
 /// file beside it.
 TEST_F(ArchivoAccess, MuereMientrasSeTrae) {

@@ -49,6 +49,28 @@ class ArchivoJet {
         }
         return 0;
     }
+    static constexpr qsizetype kNumeroDeColumna = 5;
+    static constexpr qsizetype kLugarVariable = 7;
+    static constexpr qsizetype kMarcasDeColumna = 15;
+    static constexpr char kEsFija = 1;
+    /// Where a definition describes its n-th column.
+    [[nodiscard]] qsizetype lugarDeColumna(quint32 definicion, int columna) const {
+        const qsizetype comienzo = definicion * kPagina;
+        return comienzo + 63 + 12 * numero<quint32>(comienzo + 51) + 25 * columna;
+    }
+    static constexpr qsizetype kTipoDeObjeto = 10;
+    /// Where the catalogue's row begins that names the definition; -1 when it is not found.
+    [[nodiscard]] qsizetype lugarEnCatalogo(quint32 definicion) const {
+        constexpr quint32 kDefinicionDelCatalogo = 2;
+        for (const int pagina : paginasDe(kDefinicionDelCatalogo)) {
+            for (int i = 0; i < ranuras(pagina); ++i) {
+                const auto ranura = numero<quint16>(lugarDeRanura(pagina, i));
+                const qsizetype fila = pagina * kPagina + (ranura & 0x1FFF);
+                if ((ranura & kMovida) == 0 && numero<quint32>(fila + 2) == definicion) return fila;
+            }
+        }
+        return -1;
+    }
     void ponerFilas(quint32 definicion, quint32 filas) { poner<quint32>(definicion * kPagina + 16, filas); }
     void vaciarPagina(int pagina) { bytes.replace(pagina * kPagina, kPagina, QByteArray(kPagina, '\0')); }
     /// Replaces the bytes wherever they stand in a page of the table: rows that moved leave their former

@@ -107,7 +107,9 @@ bool Rows::readSlot(unsigned slot) {
         if (moves == kMostMoves || place->size < kPointerBytes)
             fail("no se encuentra la fila, que se movió.");
         place = slotElsewhere(file_, number32(page + place->start));
-        if (!place) fail("no se encuentra la fila, que se movió.");
+        // Where a moved row lies is marked as deleted, or it would come twice: as itself and as the moved
+        // one.
+        if (!place || (place->flags & kDeleted) == 0) fail("no se encuentra la fila, que se movió.");
         page = file_->alt_pg_buf;
     }
     if (static_cast<unsigned long>(mdb_get_int32(file_->alt_pg_buf, 4)) !=

@@ -134,6 +134,28 @@ QByteArray quoted(const QString& name) {
 constexpr char kAllTables[] =
     "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'";
 
+/// Reads the first entry of each index: what is looked up first is found through them.
+int lookIntoIndexes(sqlite3* db, const QString& table) {
+    QStringList indexes;
+    int result = forEachRow(db,
+                            "SELECT name FROM pragma_index_list(" + detail::literal(table) +
+                                ") WHERE NOT partial AND origin = 'c'",
+                            [&](sqlite3_stmt* row) { indexes << columnText(row, 0); });
+    for (const QString& index : std::as_const(indexes)) {
+        if (result != SQLITE_DONE) break;
+        QString column;
+        result = forEachRow(db, "SELECT name FROM pragma_index_info(" + detail::literal(index) + ") LIMIT 1",
+                            [&](sqlite3_stmt* row) { column = columnText(row, 0); });
+        if (result != SQLITE_DONE) break;
+        result = forEachRow(db,
+                            "SELECT " + quoted(column) + " FROM " + quoted(table) + " INDEXED BY " +
+                                quoted(index) + " ORDER BY " + quoted(column) + " LIMIT 1",
+                            [](sqlite3_stmt*) {});
+        if (result == SQLITE_ERROR) result = SQLITE_DONE;  // over an expression, or another program's order
+    }
+    return result;
+}
+
 /// What the check of the rows will take, in steps of SQLite's machine. It need not be exact: the progress is
 /// shown by it.
 double stepsExpected(sqlite3* db) {
@@ -216,6 +238,7 @@ Glance glanceAt(const QString& path) {
         result =
             forEachRow(file.handle(), "SELECT * FROM " + quoted(table) + " LIMIT 1", [](sqlite3_stmt*) {});
         if (result == SQLITE_ERROR) result = SQLITE_DONE;  // a kind of table of another program's
+        if (result == SQLITE_DONE) result = lookIntoIndexes(file.handle(), table);
     }
     glance.damage = damageIn(result);
     glance.readable = result == SQLITE_DONE;

@@ -55,6 +55,14 @@ const Spoilt kSpoilt[] = {
     {"HeaderOnly", [](const QString& p) { write(p, bytesOf(p).left(60)); }, true},
     {"Catalog", [](const QString& p) { replaceBytes(p, 100, 3000); }, true},
     {"RootOfATable", [](const QString& p) { replaceBytes(p, 4096, 4096); }, true},
+    {"RootOfAnIndex",
+     [](const QString& p) {
+         Plain(p).run("PRAGMA wal_checkpoint(TRUNCATE)");
+         const auto root = static_cast<int>(QFileInfo(p).size());  // the next page
+         Plain(p).run("CREATE INDEX I ON T (N, Texto)");
+         replaceBytes(p, root, 4096);
+     },
+     true},
     {"PageInside", [](const QString& p) { replaceBytes(p, 9 * 4096, 4096); }, false},
     {"CellInside", [](const QString& p) { replaceBytes(p, 9 * 4096 + 8, 30); }, false},
     {"ForgottenByAnIndex",
